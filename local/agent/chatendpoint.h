@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "local/agent/agent.h"
+#include "local/http/route.h"
+#include "local/store/conversations.h"
+
+#include <stop_token>
+
+namespace velto::local
+{
+
+/// Takes the turns of a conversation and streams the agent's answer.
+///
+/// The turns are stored before the answer starts. The answer is stored before the client is told
+/// that it is finished, or, when it ends early, as far as it was sent.
+class ChatEndpoint final
+{
+public:
+    ChatEndpoint(ConversationStore &store, Agent &agent);
+
+    void chat(const Call &call, httplib::Response &response);
+    /// Makes every open answer end.
+    void stop() { m_stop.request_stop(); }
+
+private:
+    [[nodiscard]] bool stream(const OpenConversation &conversation, httplib::DataSink &sink);
+
+    ConversationStore &m_store;
+    Agent &m_agent;
+    std::stop_source m_stop;
+};
+
+} // namespace velto::local

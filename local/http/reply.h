@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <httplib.h>
+#include <nlohmann/json.hpp>
+
+#include <string_view>
+
+namespace velto::local
+{
+
+/// Text that came from outside may hold anything; what isn't UTF-8 goes out as U+FFFD.
+[[nodiscard]] std::string toText(const nlohmann::json &value);
+
+/// Parses a request body. A discarded value means that it isn't JSON or that it nests deeper
+/// than anything this service accepts.
+[[nodiscard]] nlohmann::json parseBody(std::string_view body);
+
+/// The member `key` of `object` when it is a text; absent otherwise.
+[[nodiscard]] const std::string *textMember(const nlohmann::json &object, std::string_view key);
+
+void replyJson(httplib::Response &response, int status, const nlohmann::json &value);
+
+/// {"error": code, "message": message}; `message` is a sentence for a person.
+void replyError(httplib::Response &response, int status, std::string_view code,
+                std::string_view message);
+
+} // namespace velto::local

@@ -150,9 +150,10 @@ bool Server::process_and_close_socket(socket_t socket)
                 framing = bodyFraming(request);
                 headEnd = connection.delivered();
             });
-        more = answered && !closed && !framing.chunked &&
-               connection.delivered() - headEnd == framing.length;
-        if (answered && !more && !closed)
+        const bool bodyRead =
+            !framing.chunked && connection.delivered() - headEnd == framing.length;
+        more = answered && !closed && bodyRead;
+        if (answered && !bodyRead)
             connection.closeGently();
     }
     return true;

@@ -46,8 +46,8 @@ get_root() {
 
 [[ $# -gt 0 ]] || die "usage: scripts/install-packages.sh SECTION..."
 [[ -z ${VELTO_SKIP_PACKAGES:-} ]] || exit 0
-have dpkg-query && have apt-get || die "this machine has no apt: install the counterparts of" \
-    "packages.txt ($*) by hand, then set VELTO_SKIP_PACKAGES=1"
+have apt-get || die "this machine has no apt-get: install the counterparts of packages.txt ($*)" \
+    "by hand, then set VELTO_SKIP_PACKAGES=1"
 
 LINES_MISSING=$(missing "$@")
 [[ -n $LINES_MISSING ]] || exit 0

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The velto authors
+# SPDX-License-Identifier: MIT
+#
+# scripts/lint.sh
+#
+# clang-format, shellcheck, qmllint and clang-tidy on the project's own files. Every tool runs,
+# whatever the others found; fails when one of them found something.
+
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+cd "$VELTO_SOURCE_DIR"
+FAILED=()
+
+own_files() {
+    find .ci src local tests bench fuzz scripts -type f -not -path '*/data/*' "$@" -print0 2>/dev/null
+}
+
+check() {
+    local name=$1
+    shift
+    say "$name"
+    "$@" || FAILED+=("$name")
+}
+
+layout() { own_files \( -name '*.cpp' -o -name '*.h' \) | xargs -0r clang-format --dry-run -Werror; }
+
+shell_scripts() {
+    own_files \( -name '*.sh' -o -path '.ci/run' \) | xargs -0r shellcheck -x
+}
+
+qml() {
+    local modules
+    mapfile -t modules < <(find build/dev/src -name qmldir -printf '%h\n')
+    own_files -name '*.qml' | xargs -0r /usr/lib/qt6/bin/qmllint \
+        -I build/dev/qt/qml "${modules[@]/#/-I}"
+}
+
+# Sources only: what they include of ours is checked along with them, generated code is not.
+analysis() {
+    find src local -name '*.cpp' -not -path '*/data/*' -print0 |
+        xargs -0r -n 1 -P "$(nproc)" clang-tidy --quiet -p build/dev 2>/dev/null
+}
+
+"$VELTO_SOURCE_DIR/scripts/install-packages.sh" build run test lint
+configure_and_build dev
+check clang-format layout
+check shellcheck shell_scripts
+check qmllint qml
+check clang-tidy analysis
+[[ ${#FAILED[@]} == 0 ]] || die "lint: ${FAILED[*]} found something"
+say "lint: nothing found"

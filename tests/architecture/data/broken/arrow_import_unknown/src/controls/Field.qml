@@ -1,0 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+import Velto.Cellar
+
+Item {}

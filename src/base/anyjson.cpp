@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "base/anyjson.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+
+namespace velto::base
+{
+namespace
+{
+
+AnyJSON::Array arrayFrom(const QJsonArray &array)
+{
+    AnyJSON::Array values;
+    values.reserve(array.size());
+    for (const QJsonValue &value : array)
+        values.append(AnyJSON::fromFoundation(value).value_or(AnyJSON()));
+    return values;
+}
+
+AnyJSON::Object objectFrom(const QJsonObject &object)
+{
+    AnyJSON::Object values;
+    for (auto it = object.begin(); it != object.end(); ++it)
+        values.insert(it.key(), AnyJSON::fromFoundation(it.value()).value_or(AnyJSON()));
+    return values;
+}
+
+struct ToFoundation
+{
+    QJsonValue operator()(std::nullptr_t) const { return QJsonValue::Null; }
+    QJsonValue operator()(bool value) const { return value; }
+    QJsonValue operator()(double value) const { return value; }
+    QJsonValue operator()(const QString &value) const { return value; }
+    QJsonValue operator()(const AnyJSON::Array &values) const
+    {
+        QJsonArray array;
+        for (const AnyJSON &value : values)
+            array.append(value.foundationValue());
+        return array;
+    }
+    QJsonValue operator()(const AnyJSON::Object &values) const
+    {
+        QJsonObject object;
+        for (auto it = values.begin(); it != values.end(); ++it)
+            object.insert(it.key(), it.value().foundationValue());
+        return object;
+    }
+};
+
+// JSON has no infinite numbers; the writer would put null in their place without a word.
+struct IsWritable
+{
+    bool operator()(double value) const { return std::isfinite(value); }
+    bool operator()(const AnyJSON::Array &values) const
+    {
+        return std::ranges::all_of(
+            values, [this](const AnyJSON &value) { return std::visit(*this, value.value()); });
+    }
+    bool operator()(const AnyJSON::Object &values) const
+    {
+        return std::ranges::all_of(
+            values, [this](const AnyJSON &value) { return std::visit(*this, value.value()); });
+    }
+    bool operator()(const auto &) const { return true; }
+};
+
+QString written(const QJsonDocument &document)
+{
+    return QString::fromUtf8(document.toJson(QJsonDocument::Indented)).trimmed();
+}
+
+} // namespace
+
+std::optional<AnyJSON> AnyJSON::fromFoundation(const QJsonValue &value)
+{
+    switch (value.type()) {
+    case QJsonValue::Null:
+        return AnyJSON();
+    case QJsonValue::Bool:
+        return AnyJSON(Value(value.toBool()));
+    case QJsonValue::Double:
+        return AnyJSON(Value(value.toDouble()));
+    case QJsonValue::String:
+        return AnyJSON(Value(value.toString()));
+    case QJsonValue::Array:
+        return AnyJSON(Value(arrayFrom(value.toArray())));
+    case QJsonValue::Object:
+        return AnyJSON(Value(objectFrom(value.toObject())));
+    case QJsonValue::Undefined:
+        break;
+    }
+    return std::nullopt;
+}
+
+QJsonValue AnyJSON::foundationValue() const
+{
+    return std::visit(ToFoundation(), m_value);
+}
+
+bool AnyJSON::isWritable() const
+{
+    return std::visit(IsWritable(), m_value);
+}
+
+QString AnyJSON::prettyString() const
+{
+    if (const auto *text = std::get_if<QString>(&m_value))
+        return *text;
+    if (!isWritable())
+        return {};
+    if (std::holds_alternative<Array>(m_value))
+        return written(QJsonDocument(foundationValue().toArray()));
+    if (std::holds_alternative<Object>(m_value))
+        return written(QJsonDocument(foundationValue().toObject()));
+    return {};
+}
+
+} // namespace velto::base

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <curl/curl.h>
+
+#include <memory>
+
+namespace velto::service
+{
+
+struct FreeCurlList
+{
+    void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+};
+using CurlList = std::unique_ptr<curl_slist, FreeCurlList>;
+
+struct FreeCurlHandle
+{
+    void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
+};
+using CurlHandle = std::unique_ptr<CURL, FreeCurlHandle>;
+
+} // namespace velto::service

@@ -63,7 +63,7 @@ def main():
     rows = []
     for name in list(results) + [name for name in goals if name not in results]:
         value = results.get(name)
-        rows.append((name, "no result" if value is None else f"{value:.4g}",
+        rows.append((name, "no result" if value is None else f"{value:.6g}",
                      *verdict(name, value, goals)))
     print_table(rows)
     Path(sys.argv[1]).write_text(json.dumps(results, indent=2) + "\n")

@@ -10,7 +10,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <thread>
 
 using namespace velto::local;
@@ -160,10 +159,11 @@ TEST(Consent, ApprovalRedirectsWithCodeAndState)
                         "\r\nContent-Length: " + std::to_string(form.size()) + "\r\n\r\n" + form,
                     "\r\n\r\n");
     EXPECT_TRUE(answer.starts_with("HTTP/1.1 303")) << answer;
-    const std::regex redirect(
-        "Location: http://127\\.0\\.0\\.1:51999/callback\\?code=[-_A-Za-z0-9]{43}"
-        "&state=a%20b%26c%3Dd\r\n");
-    EXPECT_TRUE(std::regex_search(answer, redirect)) << answer;
+    const std::string start = "Location: " + std::string(Visitor::RedirectUri) + "?code=";
+    const auto redirect = answer.find(start);
+    ASSERT_NE(redirect, std::string::npos) << answer;
+    const std::string rest = answer.substr(redirect + start.size());
+    EXPECT_EQ(rest.find("&state=a%20b%26c%3Dd\r\n"), 43U) << answer;
 }
 
 TEST(Consent, CancelRedirectsWithAccessDenied)

@@ -9,7 +9,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -41,6 +40,15 @@ std::string fileAt(const std::string &path)
 {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A path that fits the route.
+std::string somePath(const Route &route)
+{
+    std::string path = route.pattern;
+    for (auto open = path.find('{'); open != std::string::npos; open = path.find('{'))
+        path.replace(open, path.find('}', open) - open + 1, "x");
+    return path;
 }
 
 // The rows of the endpoint table: method, path, token, limit.
@@ -139,7 +147,7 @@ TEST(Routes, EveryMarkedOneWantsAToken)
         ++marked;
         httplib::Request request;
         request.method = route.method;
-        request.path = std::regex_replace(route.pattern, std::regex("\\{[^}]*\\}"), "x");
+        request.path = somePath(route);
         const auto answer = running.visitor().client().send(request);
         ASSERT_TRUE(answer) << route.pattern;
         EXPECT_EQ(answer->status, 401) << route.pattern;
@@ -168,7 +176,7 @@ TEST(Body, BeyondTheLimitIsRefused)
             continue;
         httplib::Request request;
         request.method = route.method;
-        request.path = std::regex_replace(route.pattern, std::regex("\\{[^}]*\\}"), "x");
+        request.path = somePath(route);
         request.headers = running.visitor().bearer();
         request.body = std::string(route.bodyLimit + 1, 'x');
         const auto over = running.visitor().client().send(request);
@@ -293,8 +301,14 @@ TEST(Log, HasMethodPathStatusAndTime)
     RunningService running;
     (void)running.visitor().client().Get("/v1/me?secret=1");
     running.waitForLog("GET /v1/me");
-    const std::string line = running.log().back();
-    EXPECT_TRUE(std::regex_match(line, std::regex("GET /v1/me 401 \\d+ ms"))) << line;
+    const std::string start = "GET /v1/me 401 ";
+    const std::vector<std::string> lines = running.log();
+    const auto line = std::find_if(lines.begin(), lines.end(),
+                                   [&](const auto &one) { return one.starts_with(start); });
+    ASSERT_NE(line, lines.end());
+    const std::string time = line->substr(start.size());
+    EXPECT_TRUE(time.ends_with(" ms")) << *line;
+    EXPECT_EQ(time.find_first_not_of("0123456789"), time.size() - 3) << *line;
 }
 
 TEST(Me, HasTheShapeThatTheClientReads)

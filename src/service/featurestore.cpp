@@ -3,7 +3,8 @@
 
 #include "service/featurestore.h"
 
-namespace velto::service {
+namespace velto::service
+{
 
 FeatureStore::FeatureStore(APIClient &api, QObject *parent)
     : QObject(parent)

@@ -9,7 +9,8 @@
 
 #include <optional>
 
-namespace velto::service {
+namespace velto::service
+{
 
 /// What the feature stores have in common: the client, whether a load is running, and the two
 /// texts in which a failure shows. A store never reports to a screen in another way. Main thread.

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "chat/messagelistmodel.h"
+
+#include <algorithm>
+
+namespace velto::chat
+{
+
+int MessageListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant MessageListModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const ChatMessage &message = m_messages[index.row()];
+    switch (role) {
+    case MessageIdRole:
+        return message.id;
+    case IsUserRole:
+        return message.role == ChatMessage::Role::User;
+    case PartCountRole:
+        return static_cast<int>(message.parts.size());
+    case ContentVolumeRole:
+        return static_cast<double>(message.contentVolume());
+    case CreatedAtRole:
+        return message.createdAt;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MessageListModel::roleNames() const
+{
+    return {{MessageIdRole, "messageId"},
+            {IsUserRole, "isUser"},
+            {PartCountRole, "partCount"},
+            {ContentVolumeRole, "contentVolume"},
+            {CreatedAtRole, "createdAt"}};
+}
+
+void MessageListModel::setMessages(QList<ChatMessage> messages)
+{
+    const auto sameId = [](const ChatMessage &a, const ChatMessage &b) { return a.id == b.id; };
+    const qsizetype common = std::min(m_messages.size(), messages.size());
+    const auto differs =
+        std::mismatch(m_messages.cbegin(), m_messages.cbegin() + common, messages.cbegin(), sameId);
+    const auto kept = static_cast<int>(differs.first - m_messages.cbegin());
+    for (int row = 0; row < kept; ++row) {
+        if (m_messages[row] != messages[row]) {
+            m_messages[row] = messages[row];
+            announce(row, {});
+        }
+    }
+    truncate(kept);
+    if (messages.size() == kept)
+        return;
+    beginInsertRows({}, kept, static_cast<int>(messages.size()) - 1);
+    m_messages = std::move(messages);
+    endInsertRows();
+    emit countChanged();
+}
+
+void MessageListModel::append(ChatMessage message)
+{
+    beginInsertRows({}, count(), count());
+    m_messages.append(std::move(message));
+    endInsertRows();
+    emit countChanged();
+}
+
+void MessageListModel::truncate(int row)
+{
+    if (row < 0 || row >= count())
+        return;
+    beginRemoveRows({}, row, count() - 1);
+    m_messages.resize(row);
+    endRemoveRows();
+    emit countChanged();
+}
+
+void MessageListModel::apply(const ChatStreamEvent &event, int row)
+{
+    ChatMessage &message = m_messages[row];
+    const qsizetype partsBefore = message.parts.size();
+    applyEvent(event, message);
+    if (message.parts.size() != partsBefore)
+        announce(row, {PartCountRole, ContentVolumeRole});
+    else
+        announce(row, {ContentVolumeRole});
+}
+
+void MessageListModel::appendStoppedNote(int row)
+{
+    if (row < 0 || row >= count())
+        return;
+    chat::appendStoppedNote(m_messages[row]);
+    announce(row, {PartCountRole, ContentVolumeRole});
+}
+
+void MessageListModel::announce(int row, const QList<int> &roles)
+{
+    const QModelIndex changed = index(row);
+    emit dataChanged(changed, changed, roles);
+}
+
+} // namespace velto::chat

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "chat/streamframe.h"
+
+namespace velto::chat
+{
+
+std::optional<StreamFrame> frameFromLine(QByteArrayView line)
+{
+    constexpr QByteArrayView prefix("data: ");
+    const QByteArrayView payload = line.startsWith(prefix) ? line.sliced(prefix.size()) : line;
+    if (payload.isEmpty())
+        return std::nullopt;
+    const auto bytes = QByteArray::fromRawData(payload.data(), payload.size());
+    auto frame = base::json::decode<StreamFrame>(bytes, base::json::Keys::Plain);
+    if (!frame)
+        return std::nullopt;
+    return std::move(*frame);
+}
+
+} // namespace velto::chat

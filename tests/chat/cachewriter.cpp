@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "chat/conversationcache.h"
+
+#include <cstdio>
+
+/// Writes two conversations of different size to the file argv[1], in turn and for ever, and says
+/// so when both have stood once.
+int main(int argc, char **argv)
+{
+    using namespace velto::chat;
+    if (argc != 2)
+        return 2;
+    const QString file = QString::fromLocal8Bit(argv[1]);
+    const auto conversation = [](int messages, char16_t fill) {
+        QList<ChatMessage> list;
+        for (int i = 0; i < messages; ++i)
+            list.append(newMessage(ChatMessage::Role::User, {textPart(QString(2000, fill))}));
+        return list;
+    };
+    const QList<ChatMessage> small = conversation(1, u'a');
+    const QList<ChatMessage> large = conversation(200, u'b');
+    conversationcache::save(large, QStringLiteral("large"), file);
+    conversationcache::save(small, QStringLiteral("small"), file);
+    std::puts("writing");
+    std::fflush(stdout);
+    while (true) {
+        conversationcache::save(large, QStringLiteral("large"), file);
+        conversationcache::save(small, QStringLiteral("small"), file);
+    }
+}

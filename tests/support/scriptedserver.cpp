@@ -3,7 +3,10 @@
 
 #include "support/scriptedserver.h"
 
+#include <algorithm>
 #include <memory>
+
+#include <sys/socket.h>
 
 namespace velto::test
 {
@@ -81,7 +84,10 @@ void Exchange::reset() const
 {
     if (!m_socket)
         return;
-    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_socket->flush();
+    // A socket that doesn't linger says goodbye with a reset.
+    const linger none{1, 0};
+    setsockopt(int(m_socket->socketDescriptor()), SOL_SOCKET, SO_LINGER, &none, sizeof(none));
     m_socket->abort();
 }
 
@@ -95,6 +101,15 @@ ScriptedServer::ScriptedServer()
     connect(&m_listener, &QTcpServer::newConnection, this, &ScriptedServer::accept);
     if (!m_listener.listen(QHostAddress::LocalHost))
         qFatal("The scripted server could not listen");
+}
+
+ScriptedServer::~ScriptedServer()
+{
+    const QList<QTcpSocket *> sockets = m_unread.keys();
+    for (QTcpSocket *socket : sockets) {
+        socket->disconnect(this);
+        socket->abort();
+    }
 }
 
 QUrl ScriptedServer::url(const QString &path, const QString &host) const

@@ -66,6 +66,7 @@ public:
     using Handler = std::function<void(const RecordedRequest &, Exchange)>;
 
     ScriptedServer();
+    ~ScriptedServer() override;
 
     [[nodiscard]] quint16 port() const { return m_listener.serverPort(); }
     /// "http://127.0.0.1:<port>" and `path`; `host` may be another name for this machine.
@@ -81,6 +82,7 @@ public:
     [[nodiscard]] const QList<RecordedRequest> &requests() const { return m_requests; }
     [[nodiscard]] qsizetype count(const QByteArray &path) const;
     [[nodiscard]] int connectionCount() const { return m_connections; }
+    [[nodiscard]] qsizetype openConnectionCount() const { return m_unread.size(); }
     /// Closes every kept connection, as a server that ends idle ones does.
     void dropConnections();
 

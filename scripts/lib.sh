@@ -89,6 +89,6 @@ start_keyring() {
     mkdir -p "$1" "$2"
     chmod 700 "$1" "$2"
     start_helper env XDG_DATA_HOME="$1" gnome-keyring-daemon --unlock --foreground \
-        --components=secrets --control-directory="$2" < <(printf '%s' "$3") >/dev/null
+        --components=secrets --control-directory="$2" < <(printf '%s' "$3") >"$2/log" 2>&1
     wait_for 10 secret_service_runs || die "gnome-keyring-daemon did not come up"
 }

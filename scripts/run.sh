@@ -26,8 +26,14 @@ trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
+# Without a bus, xdg-mime would leave one running.
+web_handler() {
+    DBUS_SESSION_BUS_ADDRESS=${DBUS_SESSION_BUS_ADDRESS:-disabled:} \
+        xdg-mime query default x-scheme-handler/http 2>/dev/null
+}
+
 has_browser() {
-    [[ -n ${BROWSER:-} || -n $(xdg-mime query default x-scheme-handler/http 2>/dev/null) ]] && return
+    [[ -n ${BROWSER:-} || -n $(web_handler) ]] && return
     local name
     for name in x-www-browser firefox firefox-esr chromium google-chrome epiphany-browser konqueror; do
         ! have "$name" || return 0
@@ -96,7 +102,7 @@ wrap_browser() {
 default_browser_is_chromium() {
     [[ -z ${BROWSER:-} ]] && have chromium || return 1
     local entry
-    entry=$(xdg-mime query default x-scheme-handler/http 2>/dev/null)
+    entry=$(web_handler)
     [[ $entry == chromium.desktop ]] ||
         [[ -z $entry && $(readlink -f "$(command -v x-www-browser)") == */chromium ]]
 }

@@ -5,6 +5,8 @@
 # scripts/run.sh [OPTION...]
 #
 # `make run`: builds velto and velto-local and runs them together. Options go to velto.
+#
+#   VELTO_RUN_BUILD  folder of a finished build to run, instead of installing and building
 
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
@@ -12,7 +14,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 DATA=${XDG_DATA_HOME:-$HOME/.local/share}/velto-local
 STATE=${XDG_STATE_HOME:-$HOME/.local/state}/velto-local
-BIN=$VELTO_SOURCE_DIR/build/release
+BIN=${VELTO_RUN_BUILD:-$VELTO_SOURCE_DIR/build/release}
 FOLDER=
 
 cleanup() {
@@ -143,10 +145,12 @@ start_service() {
 
 [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]] ||
     die "no display: neither DISPLAY nor WAYLAND_DISPLAY is set, and velto is a window"
-get_packages
-configure_and_build release velto velto-local
+if [[ -z ${VELTO_RUN_BUILD:-} ]]; then
+    get_packages
+    configure_and_build release velto velto-local
+fi
 FOLDER=$(mktemp -d "${TMPDIR:-/tmp}/velto-run.XXXXXX")
 prepare_session
 start_service
-start_helper "$BIN/src/app/velto" "$@"
+start_helper "$BIN/bin/velto" "$@"
 wait "${STARTED_PIDS[-1]}"

@@ -1,0 +1,2 @@
+# SPDX-FileCopyrightText: 2026 The velto authors
+# SPDX-License-Identifier: MIT

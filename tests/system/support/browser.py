@@ -60,6 +60,7 @@ class Chromium:
 
     def __init__(self, data_home, profile):
         self._profile = Path(profile)
+        self._pages = []
         # Its own sandbox needs rights that a container may not give; all it loads is our own page.
         make_default(data_home, [
             "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic",
@@ -87,14 +88,19 @@ class Chromium:
                      if target["type"] == "page" and path in target["url"]]
             return pages[0] if pages else None
 
-        return Page(wait_until(find, f"a page at {path}"))
+        self._pages.append(Page(wait_until(find, f"a page at {path}")))
+        return self._pages[-1]
 
     def close(self):
+        for page in self._pages:
+            page.close()
         if not self.started():
             return
         port, path = self._port_file()
         try:
-            _Debugger(f"ws://127.0.0.1:{port}{path}").call("Browser.close")
+            debugger = _Debugger(f"ws://127.0.0.1:{port}{path}")
+            debugger.call("Browser.close")
+            debugger.close()
         except OSError:
             pass
 
@@ -113,10 +119,16 @@ class _Debugger:
             if message.get("id") == self._count:
                 return message.get("result", {})
 
+    def close(self):
+        self._socket.close()
+
 
 class Page:
     def __init__(self, target):
         self._debugger = _Debugger(target["webSocketDebuggerUrl"])
+
+    def close(self):
+        self._debugger.close()
 
     def value_of(self, expression):
         answer = self._debugger.call("Runtime.evaluate", expression=expression,

@@ -69,6 +69,7 @@ class Program:
         except subprocess.TimeoutExpired as expired:
             raise TimeIsUp(f"{self.name} did not end within {seconds:g} s") from expired
         self.reader.join(seconds)
+        self.process.stdout.close()
         return status
 
     def end(self, seconds=PATIENCE):

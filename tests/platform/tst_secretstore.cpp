@@ -1,0 +1,370 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/secretstore.h"
+#include "support/coroutinetest.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusContext>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusReply>
+#include <QProcess>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <csignal>
+
+namespace velto::platform
+{
+namespace
+{
+
+using base::KeychainError;
+
+const QString service = QStringLiteral("ltd.orbax.velto");
+const QString account = QStringLiteral("refresh_token");
+const QString secretsName = QStringLiteral("org.freedesktop.secrets");
+const QString secretsPath = QStringLiteral("/org/freedesktop/secrets");
+const QString prompterName = QStringLiteral("org.gnome.keyring.SystemPrompter");
+
+using Items = QList<QDBusObjectPath>;
+
+QDBusMessage askKeyring(const QString &member, const QVariantList &arguments)
+{
+    auto message = QDBusMessage::createMethodCall(
+        secretsName, secretsPath, QStringLiteral("org.freedesktop.Secret.Service"), member);
+    message.setArguments(arguments);
+    return QDBusConnection::sessionBus().call(message);
+}
+
+QDBusObjectPath defaultCollection()
+{
+    return askKeyring(QStringLiteral("ReadAlias"), {QStringLiteral("default")})
+        .arguments()
+        .first()
+        .value<QDBusObjectPath>();
+}
+
+/// The entries with exactly velto's attributes, as another client of the keyring sees them.
+Items entries()
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        secretsName, defaultCollection().path(),
+        QStringLiteral("org.freedesktop.Secret.Collection"), QStringLiteral("SearchItems"));
+    const QMap<QString, QString> attributes{{QStringLiteral("service"), service},
+                                            {QStringLiteral("account"), account}};
+    message.setArguments({QVariant::fromValue(attributes)});
+    return qdbus_cast<Items>(QDBusConnection::sessionBus().call(message).arguments().first());
+}
+
+QVariant property(const QDBusObjectPath &item, const QString &name)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        secretsName, item.path(), QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("Get"));
+    message.setArguments({QStringLiteral("org.freedesktop.Secret.Item"), name});
+    return QDBusConnection::sessionBus()
+        .call(message)
+        .arguments()
+        .first()
+        .value<QDBusVariant>()
+        .variant();
+}
+
+void lockKeyring()
+{
+    askKeyring(QStringLiteral("Lock"), {QVariant::fromValue(Items{defaultCollection()})});
+}
+
+void stopKeyring()
+{
+    auto *bus = QDBusConnection::sessionBus().interface();
+    const QDBusReply<uint> pid = bus->servicePid(secretsName);
+    if (!pid.isValid())
+        return;
+    ASSERT_EQ(::kill(static_cast<pid_t>(pid.value()), SIGTERM), 0);
+    ASSERT_TRUE(test::waitUntil([&] { return !bus->isServiceRegistered(secretsName).value(); }));
+}
+
+/// A new daemon over the same files, unlocked; a running one can't be unlocked from outside.
+void restartKeyring()
+{
+    stopKeyring();
+    QProcess daemon;
+    daemon.setStandardOutputFile(QProcess::nullDevice());
+    daemon.start(QStringLiteral("gnome-keyring-daemon"),
+                 {QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
+    daemon.write("velto");
+    daemon.closeWriteChannel();
+    ASSERT_TRUE(daemon.waitForFinished(10000));
+    auto *bus = QDBusConnection::sessionBus().interface();
+    ASSERT_TRUE(test::waitUntil([&] { return bus->isServiceRegistered(secretsName).value(); }));
+}
+
+/// The desktop's prompt on whose screen nobody answers.
+class SilentPrompter final : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.gnome.keyring.internal.Prompter")
+
+public:
+    SilentPrompter()
+    {
+        auto bus = QDBusConnection::sessionBus();
+        bus.registerObject(QStringLiteral("/org/gnome/keyring/Prompter"), this,
+                           QDBusConnection::ExportAllSlots);
+        bus.registerService(prompterName);
+    }
+    ~SilentPrompter() override
+    {
+        auto bus = QDBusConnection::sessionBus();
+        bus.unregisterService(prompterName);
+        bus.unregisterObject(QStringLiteral("/org/gnome/keyring/Prompter"));
+    }
+
+    bool isShown = false;
+
+public slots:
+    void BeginPrompting(const QDBusObjectPath &callback)
+    {
+        reply(callback, QStringLiteral("PromptReady"), {QString(), QVariantMap(), QString()});
+    }
+    void PerformPrompt(const QDBusObjectPath &, const QString &, const QVariantMap &,
+                       const QString &)
+    {
+        isShown = true;
+    }
+    void StopPrompting(const QDBusObjectPath &callback)
+    {
+        reply(callback, QStringLiteral("PromptDone"), {});
+    }
+
+private:
+    void reply(const QDBusObjectPath &callback, const QString &member,
+               const QVariantList &arguments)
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            message().service(), callback.path(),
+            QStringLiteral("org.gnome.keyring.internal.Prompter.Callback"), member);
+        call.setArguments(arguments);
+        connection().send(call);
+    }
+};
+
+/// Runs a blocking call in a thread of its own while the test's event loop plays the desktop.
+template<typename Call>
+auto inThread(Call call)
+{
+    std::optional<decltype(call())> result;
+    std::atomic<bool> done = false;
+    std::unique_ptr<QThread> thread(QThread::create([&] {
+        result = call();
+        done = true;
+    }));
+    thread->start();
+    const bool inTime = test::waitUntil([&] { return done.load(); });
+    if (!inTime)
+        qFatal("watchdog: the call did not return");
+    thread->wait();
+    return *result;
+}
+
+class SecretStoreTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        // Never against the keyring of whoever runs this.
+        ASSERT_EQ(qgetenv("VELTO_TEST_KEYRING"), "unlocked") << "run through ctest";
+        qDBusRegisterMetaType<QMap<QString, QString>>();
+        qDBusRegisterMetaType<Items>();
+        restartKeyring();
+        ASSERT_TRUE(store->remove(service, account));
+    }
+
+    QString saved() const
+    {
+        const auto loaded = store->load(service, account);
+        return loaded && *loaded ? **loaded : QStringLiteral("<nothing>");
+    }
+
+    std::unique_ptr<SecretStore> store = makeSystemSecretStore();
+};
+
+TEST_F(SecretStoreTest, loadsWhatWasSaved)
+{
+    const QString token = QStringLiteral("rt-Zürich-東京-🔑");
+    ASSERT_TRUE(store->save(service, account, token));
+    EXPECT_EQ(saved(), token);
+}
+
+TEST_F(SecretStoreTest, savedEntryBearsItsAttributesAndLabel)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    ASSERT_EQ(entries().size(), 1);
+    const auto attributes = qdbus_cast<QMap<QString, QString>>(
+        property(entries().first(), QStringLiteral("Attributes")));
+    EXPECT_EQ(attributes.value(QStringLiteral("service")), u"ltd.orbax.velto");
+    EXPECT_EQ(attributes.value(QStringLiteral("account")), u"refresh_token");
+    EXPECT_EQ(attributes.value(QStringLiteral("xdg:schema")), u"ltd.orbax.velto");
+    EXPECT_EQ(property(entries().first(), QStringLiteral("Label")).toString(), u"velto sign-in");
+}
+
+TEST_F(SecretStoreTest, savingTwiceLeavesOneEntryWithTheSecondValue)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("first")));
+    const Items before = entries();
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("second")));
+    EXPECT_EQ(saved(), u"second");
+    ASSERT_EQ(entries().size(), 1);
+    EXPECT_EQ(entries().first().path(), before.first().path());
+}
+
+TEST_F(SecretStoreTest, updateKeepsTheAttributesOfTheEntry)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("first")));
+    const QVariant created = property(entries().first(), QStringLiteral("Created"));
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("second")));
+    EXPECT_EQ(property(entries().first(), QStringLiteral("Created")), created);
+    EXPECT_EQ(property(entries().first(), QStringLiteral("Label")).toString(), u"velto sign-in");
+}
+
+TEST_F(SecretStoreTest, accountsAndServicesAreApart)
+{
+    const QString otherAccount = QStringLiteral("other");
+    const QString otherService = QStringLiteral("ltd.orbax.other");
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("a")));
+    ASSERT_TRUE(store->save(service, otherAccount, QStringLiteral("b")));
+    ASSERT_TRUE(store->save(otherService, account, QStringLiteral("c")));
+    EXPECT_EQ(saved(), u"a");
+    EXPECT_EQ(**store->load(service, otherAccount), u"b");
+    ASSERT_TRUE(store->remove(service, otherAccount));
+    EXPECT_EQ(saved(), u"a");
+    EXPECT_EQ(**store->load(otherService, account), u"c");
+    ASSERT_TRUE(store->remove(otherService, account));
+}
+
+TEST_F(SecretStoreTest, missingEntryIsNoFailure)
+{
+    const auto loaded = store->load(service, account);
+    ASSERT_TRUE(loaded);
+    EXPECT_FALSE(loaded->has_value());
+}
+
+TEST_F(SecretStoreTest, removesTheEntry)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    ASSERT_TRUE(store->remove(service, account));
+    const auto loaded = store->load(service, account);
+    ASSERT_TRUE(loaded);
+    EXPECT_FALSE(loaded->has_value());
+    EXPECT_TRUE(entries().isEmpty());
+}
+
+TEST_F(SecretStoreTest, removingAMissingEntryDoesNothing)
+{
+    EXPECT_TRUE(store->remove(service, account));
+    EXPECT_TRUE(store->remove(service, account));
+}
+
+TEST_F(SecretStoreTest, lockedKeyringThatNobodyCanUnlockFailsEveryCall)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    lockKeyring();
+    const base::Failure locked(KeychainError{KeychainError::Locked});
+
+    const auto update =
+        inThread([&] { return store->save(service, account, QStringLiteral("x")); });
+    ASSERT_FALSE(update);
+    EXPECT_EQ(update.error(), locked);
+    const auto loaded = inThread([&] { return store->load(service, account); });
+    ASSERT_FALSE(loaded) << "a locked entry must not look like a missing one";
+    EXPECT_EQ(loaded.error(), locked);
+    const auto removed = inThread([&] { return store->remove(service, account); });
+    ASSERT_FALSE(removed);
+    EXPECT_EQ(removed.error(), locked);
+
+    restartKeyring();
+    EXPECT_EQ(saved(), u"token");
+}
+
+TEST_F(SecretStoreTest, newEntryInALockedKeyringFails)
+{
+    lockKeyring();
+    const auto created =
+        inThread([&] { return store->save(service, account, QStringLiteral("x")); });
+    ASSERT_FALSE(created);
+    EXPECT_EQ(created.error(), base::Failure(KeychainError{KeychainError::Locked}));
+    EXPECT_TRUE(base::description(created.error()).contains(u"locked"));
+}
+
+TEST_F(SecretStoreTest, lockedKeyringAsksTheUserAndWaitsForTheAnswer)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    lockKeyring();
+    SilentPrompter prompter;
+    std::atomic<bool> done = false;
+    std::optional<base::Result<std::optional<QString>>> loaded;
+    std::unique_ptr<QThread> thread(QThread::create([&] {
+        loaded = store->load(service, account);
+        done = true;
+    }));
+    thread->start();
+    ASSERT_TRUE(test::waitUntil([&] { return prompter.isShown; }));
+    EXPECT_FALSE(done) << "the call must wait for the user";
+    stopKeyring();
+    ASSERT_TRUE(test::waitUntil([&] { return done.load(); })) << "a prompt that is gone holds it";
+    thread->wait();
+    EXPECT_FALSE(*loaded);
+}
+
+TEST_F(SecretStoreTest, abandonedStoreFailsEveryCall)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    store->abandon();
+    EXPECT_FALSE(store->load(service, account));
+    EXPECT_FALSE(store->save(service, account, QStringLiteral("late")));
+    EXPECT_FALSE(store->remove(service, account));
+    store = makeSystemSecretStore();
+    EXPECT_EQ(saved(), u"token");
+}
+
+TEST_F(SecretStoreTest, findsAKeyringThatWasRestarted)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    stopKeyring();
+    const auto absent = store->load(service, account);
+    ASSERT_FALSE(absent);
+    EXPECT_EQ(absent.error(), base::Failure(KeychainError{KeychainError::NoService}));
+    restartKeyring();
+    EXPECT_EQ(saved(), u"token");
+}
+
+TEST_F(SecretStoreTest, manyThreadsAtOnce)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    std::atomic<int> right = 0;
+    QList<QThread *> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.append(QThread::create([&] {
+            if (saved() == u"token")
+                ++right;
+        }));
+        threads.last()->start();
+    }
+    for (QThread *thread : threads) {
+        thread->wait();
+        delete thread;
+    }
+    EXPECT_EQ(right, 8);
+}
+
+} // namespace
+} // namespace velto::platform
+
+#include "tst_secretstore.moc"

@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+import QtQuick
+import Velto.Controls
+import QtQuick.Controls as C
+
+C.Label {
+}

@@ -1,0 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include <QNetworkAccessManager>

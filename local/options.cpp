@@ -73,7 +73,7 @@ tl::expected<CommandLine, std::string> parseCommandLine(const std::vector<std::s
         const std::string value =
             equals == std::string::npos ? arguments[++i] : arguments[i].substr(equals + 1);
         if (const std::string flaw = apply(line, name, value); !flaw.empty())
-            return Error(name + " " + value + ": " + flaw);
+            return Error(std::string(name).append(" ").append(value).append(": ").append(flaw));
     }
     if (line.service.dataFolder.empty() && !line.help && !line.version)
         return Error("neither XDG_DATA_HOME nor HOME is set: --data is needed");

@@ -18,10 +18,10 @@ namespace
 {
 
 constexpr std::size_t NoBody = 0;
-constexpr std::size_t FormBody = 16 * 1024;
-constexpr std::size_t JsonBody = 256 * 1024;
+constexpr std::size_t FormBody = 16UL * 1024;
+constexpr std::size_t JsonBody = 256UL * 1024;
 // The whole history comes with each request.
-constexpr std::size_t ChatBody = 8 * 1024 * 1024;
+constexpr std::size_t ChatBody = 8UL * 1024 * 1024;
 
 template<typename Endpoint>
 Handler bound(Endpoint &endpoint, void (Endpoint::*member)(const Call &, httplib::Response &))

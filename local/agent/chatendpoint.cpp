@@ -79,6 +79,7 @@ private:
 std::vector<SpokenTurn> spoken(const std::vector<Turn> &turns)
 {
     std::vector<SpokenTurn> history;
+    history.reserve(turns.size());
     for (const Turn &turn : turns)
         history.push_back({turn.role == "user", plainText(turn)});
     return history;

@@ -12,7 +12,7 @@ namespace
 {
 constexpr std::int64_t CodeSeconds = 60;
 // A code is remembered for a while after it has expired, to tell its reuse.
-constexpr std::int64_t CodeMemorySeconds = 24 * 3600;
+constexpr std::int64_t CodeMemorySeconds = 86'400;
 } // namespace
 
 GrantStore::GrantStore(Database &database, Clock clock, std::int64_t accessTokenSeconds)

@@ -144,7 +144,10 @@ std::vector<Turn> mergeTurns(const std::vector<Turn> &stored, const std::vector<
         auto kept = same && next < stored.size() ? continued(stored[next], turn) : std::nullopt;
         same = kept.has_value();
         next += same ? 1 : 0;
-        merged.push_back(kept ? std::move(*kept) : turn);
+        if (kept)
+            merged.push_back(std::move(*kept));
+        else
+            merged.push_back(turn);
     }
     return merged;
 }

@@ -6,12 +6,16 @@
 #     [USES room...]           rooms that this one may include, as the architecture test knows them
 #     [LINK target...]         libraries whose types appear in the room's headers
 #     [LINK_PRIVATE target...] libraries that only the room's sources use
-#     [QML_URI uri] [QML_FILES file...])
+#     [QML_URI uri] [QML_FILES file...] [QML_DEPENDENCIES uri...] [RESOURCES file...])
 #
 # One folder is one target (velto_<name>, alias velto::<name>) and one namespace (velto::<name>).
-# A room with a QML_URI is also a static QML module; programs link velto::<name>_plugin as well.
+# A room with a QML_URI is also a static QML module; programs link velto::<name>_plugin as well and
+# say Q_IMPORT_QML_PLUGIN(Velto_<Name>Plugin).
+set(VELTO_QML_DIR ${CMAKE_CURRENT_BINARY_DIR}/qml)
+
 function(velto_add_room name)
-    cmake_parse_arguments(ROOM "" "QML_URI" "SOURCES;USES;LINK;LINK_PRIVATE;QML_FILES" ${ARGN})
+    cmake_parse_arguments(ROOM "" "QML_URI"
+        "SOURCES;USES;LINK;LINK_PRIVATE;QML_FILES;QML_DEPENDENCIES;RESOURCES" ${ARGN})
     set(target velto_${name})
     if(ROOM_SOURCES OR ROOM_QML_URI)
         set(scope PUBLIC)
@@ -29,18 +33,21 @@ function(velto_add_room name)
         target_link_libraries(${target} PRIVATE ${ROOM_LINK_PRIVATE})
     endif()
     if(ROOM_QML_URI)
-        list(TRANSFORM ROOM_IMPORTS PREPEND Velto.)
+        string(REPLACE "." "/" folder ${ROOM_QML_URI})
+        # All modules below one folder, so that tools find one from the other.
+        set(QT_QML_OUTPUT_DIRECTORY ${VELTO_QML_DIR})
         qt_add_qml_module(${target}
             URI ${ROOM_QML_URI}
             VERSION 1.0
             RESOURCE_PREFIX /qt/qml
-            NO_PLUGIN_OPTIONAL
+            OUTPUT_DIRECTORY ${VELTO_QML_DIR}/${folder}
+            IMPORT_PATH ${VELTO_QML_DIR}
+            DEPENDENCIES QtQuick ${ROOM_QML_DEPENDENCIES}
             QML_FILES ${ROOM_QML_FILES}
-            RESOURCES ${ROOM_RESOURCES}
-            IMPORTS ${ROOM_IMPORTS}
-            DEPENDENCIES QtQuick)
+            RESOURCES ${ROOM_RESOURCES})
         # The generated registration includes the room's headers by their bare names.
         target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+        target_link_libraries(${target} PUBLIC Qt6::Quick)
         target_link_libraries(${target}plugin PUBLIC ${target})
         add_library(velto::${name}_plugin ALIAS ${target}plugin)
     endif()
@@ -51,6 +58,8 @@ function(velto_own_code target)
     set_target_properties(${target} PROPERTIES AUTOMOC ON)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
+    # GCC 12 and 13 see an overlap in every inlined `const char * + std::string &&`.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
     target_compile_definitions(${target} PRIVATE
         QT_NO_CAST_FROM_ASCII
         QT_NO_CAST_TO_ASCII
@@ -60,6 +69,8 @@ function(velto_own_code target)
     if(VELTO_SANITIZE)
         target_compile_options(${target} PUBLIC -fsanitize=address,undefined -fno-omit-frame-pointer
             -fno-sanitize-recover=undefined)
+        # The instrumented code hides from GCC that a std::variant has been initialised.
+        target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
         target_link_options(${target} PUBLIC -fsanitize=address,undefined)
     endif()
 endfunction()

@@ -16,7 +16,7 @@ namespace velto::chat
 /// A streamed event changes one message in place and announces that one row. Views learn from the
 /// `contentVolume` role that a row grew and fetch what they need through `at` when they next draw;
 /// a view that keeps a copy of a text makes every further delta cost the whole text.
-class MessageListModel final : public QAbstractListModel
+class MessageListModel : public QAbstractListModel
 {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)

@@ -4,6 +4,7 @@
 #include "platform/linux/libsecretstore.h"
 
 #include "base/text.h"
+#include "platform/linux/secretunlock.h"
 
 #include <libsecret/secret.h>
 
@@ -117,16 +118,25 @@ Result<Service> open(GCancellable *abandoned)
     return service;
 }
 
-Result<Items> find(const Service &service, const Attributes &attributes, int more,
-                   GCancellable *abandoned)
+bool unlock(const Service &service, const char *path, GCancellable *abandoned)
+{
+    return unlockSecret(g_dbus_proxy_get_connection(G_DBUS_PROXY(service.get())), path, abandoned);
+}
+
+/// Every entry with these attributes, unlocked.
+Result<Items> find(const Service &service, const Attributes &attributes, GCancellable *abandoned)
 {
     Error error;
-    const auto flags =
-        static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_UNLOCK | more);
-    Items items(secret_service_search_sync(service.get(), schema(), attributes.get(), flags,
-                                           abandoned, error.out()));
+    Items items(secret_service_search_sync(service.get(), schema(), attributes.get(),
+                                           SECRET_SEARCH_ALL, abandoned, error.out()));
     if (error.isSet())
         return base::fail(error.asFailure());
+    for (const GList *item = items.get(); item; item = item->next) {
+        const char *path = g_dbus_proxy_get_object_path(G_DBUS_PROXY(item->data));
+        if (secret_item_get_locked(static_cast<SecretItem *>(item->data)) &&
+            !unlock(service, path, abandoned))
+            return base::fail(KeychainError{KeychainError::Locked});
+    }
     return items;
 }
 
@@ -164,7 +174,7 @@ Result<void> LibsecretStore::save(const QString &service, const QString &account
     if (!connection)
         return tl::unexpected(connection.error());
     const Attributes key = attributes(service, account);
-    const Result<Items> found = find(*connection, key, SECRET_SEARCH_NONE, abandoned.get());
+    const Result<Items> found = find(*connection, key, abandoned.get());
     if (!found)
         return tl::unexpected(found.error());
 
@@ -178,6 +188,8 @@ Result<void> LibsecretStore::save(const QString &service, const QString &account
         // Entries of the same name in other collections would be found in place of this one.
         return removeAll(item->next, abandoned.get());
     }
+    if (!unlock(*connection, "/org/freedesktop/secrets/aliases/default", abandoned.get()))
+        return base::fail(KeychainError{KeychainError::Locked});
     if (!secret_service_store_sync(connection->get(), schema(), key.get(),
                                    SECRET_COLLECTION_DEFAULT, "velto sign-in", secret.get(),
                                    abandoned.get(), error.out()))
@@ -191,16 +203,19 @@ Result<std::optional<QString>> LibsecretStore::load(const QString &service, cons
     const Result<Service> connection = open(abandoned.get());
     if (!connection)
         return tl::unexpected(connection.error());
-    const Result<Items> found = find(*connection, attributes(service, account),
-                                     SECRET_SEARCH_LOAD_SECRETS, abandoned.get());
+    const Result<Items> found = find(*connection, attributes(service, account), abandoned.get());
     if (!found)
         return tl::unexpected(found.error());
     if (!*found)
         return std::optional<QString>();
 
-    const Value secret(secret_item_get_secret(static_cast<SecretItem *>((*found)->data)));
+    auto *item = static_cast<SecretItem *>((*found)->data);
+    Error error;
+    if (!secret_item_load_secret_sync(item, abandoned.get(), error.out()))
+        return base::fail(error.asFailure());
+    const Value secret(secret_item_get_secret(item));
     if (!secret)
-        return base::fail(KeychainError{KeychainError::Locked});
+        return base::fail(KeychainError{KeychainError::Unknown});
     gsize size = 0;
     const gchar *bytes = secret_value_get(secret.get(), &size);
     std::optional<QString> text = base::utf8Text({bytes, static_cast<qsizetype>(size)});
@@ -215,8 +230,7 @@ Result<void> LibsecretStore::remove(const QString &service, const QString &accou
     const Result<Service> connection = open(abandoned.get());
     if (!connection)
         return tl::unexpected(connection.error());
-    const Result<Items> found =
-        find(*connection, attributes(service, account), SECRET_SEARCH_NONE, abandoned.get());
+    const Result<Items> found = find(*connection, attributes(service, account), abandoned.get());
     if (!found)
         return tl::unexpected(found.error());
     return removeAll(found->get(), abandoned.get());

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "chat/appstate.h"
+#include "chat/conversationcache.h"
+#include "controls/accessibility.h"
+#include "controls/tokens.h"
+#include "platform/colorscheme.h"
+#include "platform/secretstore.h"
+#include "platform/urlopener.h"
+#include "service/apibaseurl.h"
+#include "shell/refusingnetwork.h"
+#include "startuptrace.h"
+#include "terminationsignals.h"
+
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickWindow>
+
+Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
+Q_IMPORT_QML_PLUGIN(Velto_ShellPlugin)
+
+namespace velto::app {
+
+namespace {
+
+void describeApplication()
+{
+    QGuiApplication::setOrganizationName(QStringLiteral("velto"));
+    QGuiApplication::setApplicationName(QStringLiteral("velto"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("velto"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("ltd.orbax.velto"));
+}
+
+void followColorScheme(const platform::ColorScheme &scheme)
+{
+    using controls::Tokens;
+    using Preference = platform::ColorScheme::Preference;
+    const auto apply = [&scheme] {
+        switch (scheme.preference()) {
+        case Preference::NoPreference:
+            return Tokens::instance().setScheme(Tokens::Scheme::NoPreference);
+        case Preference::Dark:
+            return Tokens::instance().setScheme(Tokens::Scheme::Dark);
+        case Preference::Light:
+            return Tokens::instance().setScheme(Tokens::Scheme::Light);
+        }
+    };
+    QObject::connect(&scheme, &platform::ColorScheme::preferenceChanged, &Tokens::instance(), apply);
+    apply();
+}
+
+QQuickWindow *loadWindow(QQmlApplicationEngine &engine, chat::AppState &state)
+{
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.setInitialProperties({{QStringLiteral("appState"), QVariant::fromValue(&state)}});
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/Main.qml")));
+    return qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+}
+
+int run(int argc, char **argv)
+{
+    describeApplication();
+    const QGuiApplication application(argc, argv);
+    const TerminationSignals signals_;
+    controls::installAccessibility();
+
+    const auto secrets = platform::makeSystemSecretStore();
+    platform::URLOpener browser;
+    chat::AppState state(
+        {*secrets, browser, service::apiBaseURL(), chat::conversationcache::defaultFile()});
+    // Ahead of the window, so that the cached conversation is in its first frame.
+    state.startBootstrap();
+
+    shell::RefusingNetwork network;
+    QQmlApplicationEngine engine;
+    engine.setNetworkAccessManagerFactory(&network);
+    QQuickWindow *window = loadWindow(engine, state);
+    if (window == nullptr)
+        return EXIT_FAILURE;
+    if (QGuiApplication::arguments().contains(QLatin1String("--trace-startup")))
+        traceFirstFrame(*window);
+    const auto scheme = platform::makeSystemColorScheme();
+    followColorScheme(*scheme);
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+} // namespace velto::app
+
+int main(int argc, char **argv)
+{
+    return velto::app::run(argc, argv);
+}

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// What all buttons share: the answer to a press, the focus ring, the keys, what assistive technology
+/// hears. The label is its name, so that a button of nothing but a mark has one too.
+T.AbstractButton {
+    id: root
+
+    required property string label
+    /// Longer than the label; shown when the pointer rests.
+    property string help
+    property real radius: Tokens.radiusSmall
+
+    Accessible.description: help
+    Accessible.name: label
+    Accessible.onPressAction: click()
+    Accessible.role: Accessible.Button
+    hoverEnabled: true
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    opacity: down ? 0.7 : 1
+    scale: down ? 0.97 : 1
+    text: label
+
+    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: click()
+
+    Behavior on scale {
+        NumberAnimation {
+            duration: Tokens.quick
+            easing.type: Easing.OutQuad
+        }
+    }
+
+    Loader {
+        active: root.visualFocus
+        anchors.fill: parent
+        sourceComponent: FocusRing {
+            radius: root.radius + 3
+        }
+    }
+}

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "controls/symbols.h"
+
+#include <QFontDatabase>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace velto::controls {
+
+namespace {
+
+struct Entry
+{
+    std::u16string_view name;
+    char16_t glyph;
+    char16_t letter = 0;
+};
+
+constexpr std::array table{
+    Entry{u"arrow.down", 0xe5db},
+    Entry{u"arrow.up", 0xe5d8},
+    Entry{u"exclamationmark.triangle", 0xe8b2},
+    Entry{u"exclamationmark.triangle.fill", 0xe002},
+    Entry{u"g.circle.fill", 0xef4a, u'G'},
+    Entry{u"lightbulb", 0xe90f},
+    Entry{u"plus", 0xe145},
+    Entry{u"sparkle", 0xe65f},
+    Entry{u"square.and.pencil", 0xe3c9},
+    Entry{u"stop.fill", 0xe047},
+    Entry{u"wrench", 0xe869},
+    Entry{u"xmark", 0xe5cd},
+};
+
+const Entry *find(const QString &name)
+{
+    const auto *const entry = std::find_if(table.begin(), table.end(), [&](const Entry &candidate) {
+        return QStringView(candidate.name) == name;
+    });
+    return entry == table.end() ? nullptr : entry;
+}
+
+QString loadFamily()
+{
+    const int id = QFontDatabase::addApplicationFont(
+        QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
+    return QFontDatabase::applicationFontFamilies(id).value(0);
+}
+
+} // namespace
+
+QString Symbols::family()
+{
+    static const QString loaded = loadFamily();
+    return loaded;
+}
+
+QString Symbols::glyph(const QString &name)
+{
+    const Entry *entry = find(name);
+    if (entry == nullptr) {
+        qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
+        return {};
+    }
+    return QString(QChar(entry->glyph));
+}
+
+QString Symbols::letter(const QString &name)
+{
+    const Entry *entry = find(name);
+    return entry == nullptr || entry->letter == 0 ? QString() : QString(QChar(entry->letter));
+}
+
+QStringList Symbols::names()
+{
+    QStringList names;
+    for (const Entry &entry : table)
+        names.append(QStringView(entry.name).toString());
+    return names;
+}
+
+} // namespace velto::controls

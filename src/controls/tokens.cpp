@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "controls/tokens.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QJSEngine>
+
+namespace velto::controls {
+
+namespace {
+
+bool paletteIsDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Window).lightnessF()
+           < palette.color(QPalette::WindowText).lightnessF();
+}
+
+// As the eye weighs the channels; 0 is black and 1 white.
+qreal luminance(const QColor &colour)
+{
+    return 0.2126 * colour.redF() + 0.7152 * colour.greenF() + 0.0722 * colour.blueF();
+}
+
+QColor mixed(const QColor &a, const QColor &b, qreal share)
+{
+    return QColor::fromRgbF(static_cast<float>(a.redF() + (b.redF() - a.redF()) * share),
+                            static_cast<float>(a.greenF() + (b.greenF() - a.greenF()) * share),
+                            static_cast<float>(a.blueF() + (b.blueF() - a.blueF()) * share));
+}
+
+} // namespace
+
+Tokens &Tokens::instance()
+{
+    static Tokens tokens;
+    return tokens;
+}
+
+Tokens *Tokens::create(QQmlEngine *, QJSEngine *)
+{
+    QJSEngine::setObjectOwnership(&instance(), QJSEngine::CppOwnership);
+    return &instance();
+}
+
+Tokens::Tokens()
+{
+    qGuiApp->installEventFilter(this);
+    applyPalette();
+}
+
+void Tokens::setScheme(Scheme scheme)
+{
+    if (m_scheme == scheme)
+        return;
+    m_scheme = scheme;
+    applyPalette();
+}
+
+QColor Tokens::faded(const QColor &colour, qreal opacity)
+{
+    QColor result = colour;
+    result.setAlphaF(static_cast<float>(colour.alphaF() * opacity));
+    return result;
+}
+
+bool Tokens::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange && watched == qGuiApp)
+        applyPalette();
+    return QObject::eventFilter(watched, event);
+}
+
+void Tokens::applyPalette()
+{
+    const QPalette palette = QGuiApplication::palette();
+    const bool desktopDark = paletteIsDark(palette);
+    m_dark = m_scheme == Scheme::NoPreference ? desktopDark : m_scheme == Scheme::Dark;
+    // A palette of the other lightness has no colours for us beyond its accent.
+    if (m_dark == desktopDark) {
+        m_background = palette.color(QPalette::Base);
+        m_primary = palette.color(QPalette::Text);
+    } else {
+        m_background = m_dark ? QColor(0x1c, 0x1c, 0x1e) : QColor(0xff, 0xff, 0xff);
+        m_primary = m_dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1c, 0x1c, 0x1e);
+    }
+    m_surface = m_dark ? mixed(m_background, m_primary, 0.06) : m_background;
+    m_secondary = mixed(m_background, m_primary, 0.6);
+    // One pixel at half its weight.
+    m_hairline = faded(m_primary, m_dark ? 0.16 : 0.1);
+    m_accent = palette.color(QPalette::Highlight);
+    m_onAccent = luminance(m_accent) > 0.7 ? QColor(Qt::black) : QColor(Qt::white);
+    m_selection = faded(m_accent, 0.35);
+    m_warning = m_dark ? QColor(0xff, 0x9f, 0x0a) : QColor(0xe8, 0x7a, 0x00);
+    emit coloursChanged();
+}
+
+} // namespace velto::controls

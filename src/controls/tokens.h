@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QPalette>
+#include <QtQml/qqmlregistration.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace velto::controls {
+
+/// Every colour, size and duration that screens share. Colours follow the desktop: its palette
+/// gives the accent and, where it agrees with the wanted scheme, text and background too.
+///
+/// Lengths are in device-independent pixels, durations in milliseconds. One instance per process,
+/// on the main thread.
+class Tokens final : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+    Q_PROPERTY(bool dark READ isDark NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor background READ background NOTIFY coloursChanged FINAL)
+    /// What floats over the background: the composer's card, the banner.
+    Q_PROPERTY(QColor surface READ surface NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor primary READ primary NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor secondary READ secondary NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor hairline READ hairline NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor accent READ accent NOTIFY coloursChanged FINAL)
+    /// Readable on the accent.
+    Q_PROPERTY(QColor onAccent READ onAccent NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor selection READ selection NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor warning READ warning NOTIFY coloursChanged FINAL)
+
+    Q_PROPERTY(qreal spaceTiny MEMBER spaceTiny CONSTANT FINAL)
+    Q_PROPERTY(qreal spaceSmall MEMBER spaceSmall CONSTANT FINAL)
+    Q_PROPERTY(qreal spaceMedium MEMBER spaceMedium CONSTANT FINAL)
+    Q_PROPERTY(qreal spaceLarge MEMBER spaceLarge CONSTANT FINAL)
+    Q_PROPERTY(qreal radiusSmall MEMBER radiusSmall CONSTANT FINAL)
+    Q_PROPERTY(qreal radiusMedium MEMBER radiusMedium CONSTANT FINAL)
+
+    Q_PROPERTY(int caption MEMBER caption CONSTANT FINAL)
+    Q_PROPERTY(int body MEMBER body CONSTANT FINAL)
+    Q_PROPERTY(int reading MEMBER reading CONSTANT FINAL)
+    Q_PROPERTY(qreal readingLineHeight MEMBER readingLineHeight CONSTANT FINAL)
+
+    Q_PROPERTY(int quick MEMBER quick CONSTANT FINAL)
+
+public:
+    enum class Scheme { NoPreference, Dark, Light };
+    Q_ENUM(Scheme)
+
+    /// The instance that QML sees too. Needs a QGuiApplication.
+    [[nodiscard]] static Tokens &instance();
+    static Tokens *create(QQmlEngine *engine, QJSEngine *scriptEngine);
+
+    /// What the desktop prefers; with no preference the palette decides.
+    void setScheme(Scheme scheme);
+
+    [[nodiscard]] bool isDark() const { return m_dark; }
+    [[nodiscard]] QColor background() const { return m_background; }
+    [[nodiscard]] QColor surface() const { return m_surface; }
+    [[nodiscard]] QColor primary() const { return m_primary; }
+    [[nodiscard]] QColor secondary() const { return m_secondary; }
+    [[nodiscard]] QColor hairline() const { return m_hairline; }
+    [[nodiscard]] QColor accent() const { return m_accent; }
+    [[nodiscard]] QColor onAccent() const { return m_onAccent; }
+    [[nodiscard]] QColor selection() const { return m_selection; }
+    [[nodiscard]] QColor warning() const { return m_warning; }
+
+    /// `colour` at `opacity` times its own.
+    Q_INVOKABLE static QColor faded(const QColor &colour, qreal opacity);
+
+signals:
+    void coloursChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    Tokens();
+
+    void applyPalette();
+
+    Scheme m_scheme = Scheme::NoPreference;
+    bool m_dark = false;
+    QColor m_background;
+    QColor m_surface;
+    QColor m_primary;
+    QColor m_secondary;
+    QColor m_hairline;
+    QColor m_accent;
+    QColor m_onAccent;
+    QColor m_selection;
+    QColor m_warning;
+
+    static constexpr qreal spaceTiny = 4;
+    static constexpr qreal spaceSmall = 8;
+    static constexpr qreal spaceMedium = 12;
+    static constexpr qreal spaceLarge = 20;
+    static constexpr qreal radiusSmall = 7;
+    static constexpr qreal radiusMedium = 12;
+    static constexpr int caption = 12;
+    static constexpr int body = 13;
+    static constexpr int reading = 15;
+    static constexpr qreal readingLineHeight = 1.3;
+    static constexpr int quick = 150;
+};
+
+} // namespace velto::controls

@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Controls
+
+/// The messages of a conversation. Follows the bottom while the last one grows, until the user drags
+/// the list; a new message or the jump button brings it back down.
+Item {
+    id: root
+
+    required property MessageListModel messages
+    property bool stickToBottom: true
+    property real topPadding: 28
+    property real bottomPadding: 96
+
+    readonly property real rowWidth: Math.min(720, width - 2 * 28)
+
+    function scrollToEnd(animated: bool): void {
+        const start = list.contentY;
+        list.forceLayout();
+        list.positionViewAtEnd();
+        const end = list.contentY;
+        if (!animated || start === end)
+            return;
+        // From no further than a window away: what lies between needn't be made.
+        slide.from = Math.max(end - list.height, Math.min(start, end + list.height));
+        slide.to = end;
+        slide.restart();
+    }
+
+    function jumpToLatest(): void {
+        stickToBottom = true;
+        scrollToEnd(true);
+    }
+
+    ListView {
+        id: list
+
+        function page(share: real): void {
+            slide.stop();
+            const last = Math.max(originY, originY + contentHeight - height);
+            contentY = Math.max(originY, Math.min(last, contentY + share * height));
+        }
+
+        Accessible.name: qsTr("Messages")
+        Accessible.role: Accessible.List
+        activeFocusOnTab: count > 0
+        anchors.fill: parent
+        boundsBehavior: Flickable.StopAtBounds
+        cacheBuffer: 200
+        clip: true
+        currentIndex: -1
+        keyNavigationEnabled: false
+        model: root.messages
+        pixelAligned: true
+        reuseItems: false
+        spacing: 28
+
+        add: Transition {
+            NumberAnimation {
+                duration: 250
+                easing.type: Easing.OutQuad
+                from: 0
+                property: "opacity"
+                to: 1
+            }
+        }
+        delegate: Item {
+            id: row
+
+            required property int index
+            required property bool isUser
+
+            height: message.implicitHeight
+            width: ListView.view.width
+
+            MessageRow {
+                id: message
+
+                anchors.horizontalCenter: parent.horizontalCenter
+                height: implicitHeight
+                isUser: row.isUser
+                messageRow: row.index
+                messages: root.messages
+                width: root.rowWidth
+
+                onGrew: {
+                    if (row.index === list.count - 1)
+                        follower.follow();
+                }
+            }
+        }
+        footer: Item {
+            height: root.bottomPadding
+            width: 1
+        }
+        header: Item {
+            height: root.topPadding
+            width: 1
+        }
+
+        Keys.onDownPressed: page(0.1)
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_PageDown)
+                page(0.9);
+            else if (event.key === Qt.Key_PageUp)
+                page(-0.9);
+            else if (event.key === Qt.Key_End)
+                root.scrollToEnd(true);
+            else if (event.key === Qt.Key_Home)
+                positionViewAtBeginning();
+            else
+                return;
+            event.accepted = true;
+        }
+        Keys.onUpPressed: page(-0.1)
+        onHeightChanged: follower.follow()
+    }
+    Loader {
+        active: list.activeFocus
+        anchors.fill: list
+        anchors.margins: 4
+        sourceComponent: FocusRing {
+            radius: Tokens.radiusSmall
+        }
+    }
+    NumberAnimation {
+        id: slide
+
+        duration: 200
+        easing.type: Easing.OutQuad
+        property: "contentY"
+        target: list
+    }
+    ListFollower {
+        id: follower
+
+        messages: root.messages
+        sticking: root.stickToBottom
+        view: list
+
+        Component.onCompleted: jump()
+        onFollowed: slide.stop()
+        onLastMessageChanged: root.jumpToLatest()
+    }
+    PointHandler {
+        acceptedButtons: Qt.LeftButton
+        target: null
+
+        onTranslationChanged: {
+            if (active && (Math.abs(translation.x) >= 3 || Math.abs(translation.y) >= 3))
+                root.stickToBottom = false;
+        }
+    }
+    IconButton {
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 8
+        anchors.horizontalCenter: parent.horizontalCenter
+        fill: Tokens.surface
+        help: qsTr("Jump to latest message")
+        ink: Tokens.primary
+        label: qsTr("Jump to latest")
+        opacity: shown ? 1 : 0
+        outline: Tokens.hairline
+        scale: shown ? 1 : 0.6
+        size: 36
+        symbol: "arrow.down"
+        symbolSize: 13
+        visible: opacity > 0
+
+        readonly property bool shown: !root.stickToBottom && list.count > 0
+
+        onClicked: root.jumpToLatest()
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Tokens.quick
+            }
+        }
+    }
+}

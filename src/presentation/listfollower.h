@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "chat/messagelistmodel.h"
+
+#include <QPointer>
+#include <QQuickItem>
+#include <QUuid>
+#include <QtQml/qqmlregistration.h>
+
+namespace velto::presentation {
+
+/// Keeps a list view of messages at its end while the last message grows, as long as it is sticking,
+/// at most once a frame and after the rows have taken their new heights.
+class ListFollower : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    /// The ListView. It must show `messages`.
+    Q_PROPERTY(QQuickItem *view READ view WRITE setView NOTIFY viewChanged FINAL)
+    Q_PROPERTY(velto::chat::MessageListModel *messages READ messages WRITE setMessages NOTIFY
+                   messagesChanged FINAL)
+    Q_PROPERTY(bool sticking READ isSticking WRITE setSticking NOTIFY stickingChanged FINAL)
+
+public:
+    using QQuickItem::QQuickItem;
+
+    [[nodiscard]] QQuickItem *view() const { return m_view; }
+    void setView(QQuickItem *view);
+    [[nodiscard]] chat::MessageListModel *messages() const { return m_messages; }
+    void setMessages(chat::MessageListModel *messages);
+    [[nodiscard]] bool isSticking() const { return m_sticking; }
+    void setSticking(bool sticking);
+
+    /// Goes to the end with the next frame, sticking or not.
+    Q_INVOKABLE void jump();
+    /// Goes to the end with the next frame while sticking.
+    Q_INVOKABLE void follow();
+
+signals:
+    void viewChanged();
+    void messagesChanged();
+    void stickingChanged();
+    /// Another message is the last one now, or none is.
+    void lastMessageChanged();
+    /// The view has been put to its end.
+    void followed();
+
+protected:
+    void updatePolish() override;
+
+private:
+    void noteLastMessage();
+
+    QPointer<QQuickItem> m_view;
+    QPointer<chat::MessageListModel> m_messages;
+    bool m_sticking = true;
+    QUuid m_lastMessage;
+};
+
+} // namespace velto::presentation

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Velto.Presentation
+
+/// The root screen, chosen by who is signed in. Only the chosen one exists.
+FocusScope {
+    id: root
+
+    required property AppState appState
+
+    Loader {
+        anchors.fill: parent
+        focus: true
+        sourceComponent: {
+            switch (root.appState.authStatus) {
+            case AuthStatus.LoggedIn:
+                return signedIn;
+            case AuthStatus.Error:
+                return failed;
+            case AuthStatus.LoggedOut:
+                return signedOut;
+            default:
+                return loading;
+            }
+        }
+    }
+    Component {
+        id: signedIn
+
+        FocusScope {
+            Commands {
+                appState: root.appState
+            }
+            ChatView {
+                anchors.fill: parent
+                appState: root.appState
+                focus: true
+            }
+        }
+    }
+    Component {
+        id: failed
+
+        ErrorScreen {
+            message: root.appState.authError
+
+            onRetried: root.appState.startSignIn()
+        }
+    }
+    Component {
+        id: signedOut
+
+        LoginView {
+            onSignInRequested: root.appState.startSignIn()
+        }
+    }
+    Component {
+        id: loading
+
+        LoadingView {
+            messages: root.appState.messages
+            showsMessages: root.appState.authStatus === AuthStatus.Bootstrapping
+        }
+    }
+}

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+import QtQuick
+import Velto.Controls
+import Velto.Presentation
+
+/// The main window.
+Window {
+    id: root
+
+    required property AppState appState
+
+    color: Tokens.background
+    height: 760
+    minimumHeight: 600
+    minimumWidth: 480
+    title: qsTr("velto")
+    width: 1000
+
+    Component.onCompleted: placement.restore()
+
+    WindowPlacement {
+        id: placement
+
+        window: root
+    }
+    ContentView {
+        anchors.fill: parent
+        appState: root.appState
+        focus: true
+    }
+}

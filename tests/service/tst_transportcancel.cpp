@@ -166,8 +166,10 @@ TEST_F(Cancel, TheEndOfTheTransportEndsWhatRuns)
 
 QCoro::Task<std::optional<Kind>> askAgain(Transport &transport, HTTPRequest request)
 {
-    const auto first = co_await transport.send(request);
-    EXPECT_FALSE(first);
+    for (int i = 0; i < 3; ++i) {
+        const auto response = co_await transport.send(request);
+        EXPECT_FALSE(response);
+    }
     co_return kindOf(co_await transport.send(request));
 }
 

@@ -23,8 +23,8 @@ QString urlSafeBase64(const QByteArray &bytes)
 
 QString randomURLSafeString()
 {
-    std::array<quint64, 8> words{};
-    QRandomGenerator::system()->generate(words.begin(), words.end());
+    std::array<quint32, 16> words{};
+    QRandomGenerator::system()->fillRange(words.data(), words.size());
     return urlSafeBase64(QByteArray(reinterpret_cast<const char *>(words.data()), sizeof(words)));
 }
 

@@ -12,9 +12,6 @@ namespace velto::auth
 namespace
 {
 
-constexpr int callPatienceMs = 2000;
-constexpr int abandonPatienceMs = 1000;
-
 QString service()
 {
     return QStringLiteral("ltd.orbax.velto");
@@ -22,8 +19,9 @@ QString service()
 
 } // namespace
 
-TokenStore::TokenStore(platform::SecretStore &store)
+TokenStore::TokenStore(platform::SecretStore &store, std::chrono::milliseconds patience)
     : m_store(store)
+    , m_patience(patience)
     , m_thread(std::make_unique<QThreadPool>())
 {
     m_thread->setMaxThreadCount(1);
@@ -31,12 +29,13 @@ TokenStore::TokenStore(platform::SecretStore &store)
 
 TokenStore::~TokenStore()
 {
-    if (m_thread->waitForDone(callPatienceMs))
+    const int patience = static_cast<int>(m_patience.count());
+    if (m_thread->waitForDone(patience))
         return;
     m_store.abandon();
-    // libsecret can lose the news while its prompt is open. The thread is then left to end with the
-    // process rather than keeping that from ending.
-    if (!m_thread->waitForDone(abandonPatienceMs))
+    // A library below may miss the news. The thread is then left to end with the process rather
+    // than keeping that from ending.
+    if (!m_thread->waitForDone(patience))
         static_cast<void>(m_thread.release());
 }
 

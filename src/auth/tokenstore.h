@@ -11,6 +11,7 @@
 #include <QString>
 #include <QThreadPool>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -26,8 +27,9 @@ inline constexpr QLatin1StringView refreshTokenAccount{"refresh_token"};
 class TokenStore final
 {
 public:
-    /// `store` outlives this object.
-    explicit TokenStore(platform::SecretStore &store);
+    /// `store` outlives this object. `patience` is for its end, below.
+    explicit TokenStore(platform::SecretStore &store,
+                        std::chrono::milliseconds patience = std::chrono::seconds(2));
     /// Lets calls that are under way finish, above all the saving of a rotated token, but abandons
     /// the store when one doesn't, because the desktop waits for its user.
     ~TokenStore();
@@ -42,6 +44,7 @@ public:
 
 private:
     platform::SecretStore &m_store;
+    std::chrono::milliseconds m_patience;
     std::unique_ptr<QThreadPool> m_thread;
 };
 

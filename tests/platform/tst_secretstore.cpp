@@ -6,7 +6,6 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -107,7 +106,7 @@ void restartKeyring()
 }
 
 /// The desktop's prompt on whose screen nobody answers.
-class SilentPrompter final : public QObject, protected QDBusContext
+class SilentPrompter final : public QObject
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.gnome.keyring.internal.Prompter")
@@ -127,33 +126,10 @@ public:
         bus.unregisterObject(QStringLiteral("/org/gnome/keyring/Prompter"));
     }
 
-    bool isShown = false;
+    bool wasAsked = false;
 
 public slots:
-    void BeginPrompting(const QDBusObjectPath &callback)
-    {
-        reply(callback, QStringLiteral("PromptReady"), {QString(), QVariantMap(), QString()});
-    }
-    void PerformPrompt(const QDBusObjectPath &, const QString &, const QVariantMap &,
-                       const QString &)
-    {
-        isShown = true;
-    }
-    void StopPrompting(const QDBusObjectPath &callback)
-    {
-        reply(callback, QStringLiteral("PromptDone"), {});
-    }
-
-private:
-    void reply(const QDBusObjectPath &callback, const QString &member,
-               const QVariantList &arguments)
-    {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            message().service(), callback.path(),
-            QStringLiteral("org.gnome.keyring.internal.Prompter.Callback"), member);
-        call.setArguments(arguments);
-        connection().send(call);
-    }
+    void BeginPrompting(const QDBusObjectPath &) { wasAsked = true; }
 };
 
 /// Runs a blocking call in a thread of its own while the test's event loop plays the desktop.
@@ -303,24 +279,56 @@ TEST_F(SecretStoreTest, newEntryInALockedKeyringFails)
     EXPECT_TRUE(base::description(created.error()).contains(u"locked"));
 }
 
-TEST_F(SecretStoreTest, lockedKeyringAsksTheUserAndWaitsForTheAnswer)
+/// A call that has the desktop ask its user, who doesn't answer.
+class UnansweredPrompt : public SecretStoreTest
 {
-    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
-    lockKeyring();
-    SilentPrompter prompter;
-    std::atomic<bool> done = false;
+protected:
+    void SetUp() override
+    {
+        SecretStoreTest::SetUp();
+        ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+        lockKeyring();
+        prompter = std::make_unique<SilentPrompter>();
+        thread.reset(QThread::create([this] {
+            loaded = store->load(service, account);
+            done = true;
+        }));
+        thread->start();
+        ASSERT_TRUE(test::waitUntil([&] { return prompter->wasAsked; }));
+        EXPECT_FALSE(done) << "the call must wait for the user";
+    }
+    void TearDown() override
+    {
+        if (!done)
+            qFatal("watchdog: the call did not return");
+        thread->wait();
+    }
+
+    std::unique_ptr<SilentPrompter> prompter;
+    std::unique_ptr<QThread> thread;
     std::optional<base::Result<std::optional<QString>>> loaded;
-    std::unique_ptr<QThread> thread(QThread::create([&] {
-        loaded = store->load(service, account);
-        done = true;
-    }));
-    thread->start();
-    ASSERT_TRUE(test::waitUntil([&] { return prompter.isShown; }));
-    EXPECT_FALSE(done) << "the call must wait for the user";
+    std::atomic<bool> done = false;
+};
+
+TEST_F(UnansweredPrompt, endsWhenTheStoreIsAbandoned)
+{
+    store->abandon();
+    ASSERT_TRUE(test::waitUntil([&] { return done.load(); }));
+    EXPECT_EQ(loaded->error(), base::Failure(KeychainError{KeychainError::Locked}));
+}
+
+TEST_F(UnansweredPrompt, endsWhenTheServiceGoes)
+{
     stopKeyring();
-    ASSERT_TRUE(test::waitUntil([&] { return done.load(); })) << "a prompt that is gone holds it";
-    thread->wait();
-    EXPECT_FALSE(*loaded);
+    ASSERT_TRUE(test::waitUntil([&] { return done.load(); }));
+    EXPECT_EQ(loaded->error(), base::Failure(KeychainError{KeychainError::Locked}));
+}
+
+TEST_F(UnansweredPrompt, endsWhenThePrompterGoes)
+{
+    prompter.reset();
+    ASSERT_TRUE(test::waitUntil([&] { return done.load(); }));
+    EXPECT_EQ(loaded->error(), base::Failure(KeychainError{KeychainError::Locked}));
 }
 
 TEST_F(SecretStoreTest, abandonedStoreFailsEveryCall)

@@ -15,23 +15,6 @@ namespace velto::base
 namespace
 {
 
-AnyJSON::Array arrayFrom(const QJsonArray &array)
-{
-    AnyJSON::Array values;
-    values.reserve(array.size());
-    for (const QJsonValue &value : array)
-        values.append(AnyJSON::fromFoundation(value).value_or(AnyJSON()));
-    return values;
-}
-
-AnyJSON::Object objectFrom(const QJsonObject &object)
-{
-    AnyJSON::Object values;
-    for (auto it = object.begin(); it != object.end(); ++it)
-        values.insert(it.key(), AnyJSON::fromFoundation(it.value()).value_or(AnyJSON()));
-    return values;
-}
-
 struct ToFoundation
 {
     QJsonValue operator()(std::nullptr_t) const { return QJsonValue::Null; }
@@ -77,27 +60,6 @@ QString written(const QJsonDocument &document)
 }
 
 } // namespace
-
-std::optional<AnyJSON> AnyJSON::fromFoundation(const QJsonValue &value)
-{
-    switch (value.type()) {
-    case QJsonValue::Null:
-        return AnyJSON();
-    case QJsonValue::Bool:
-        return AnyJSON(Value(value.toBool()));
-    case QJsonValue::Double:
-        return AnyJSON(Value(value.toDouble()));
-    case QJsonValue::String:
-        return AnyJSON(Value(value.toString()));
-    case QJsonValue::Array:
-        return AnyJSON(Value(arrayFrom(value.toArray())));
-    case QJsonValue::Object:
-        return AnyJSON(Value(objectFrom(value.toObject())));
-    case QJsonValue::Undefined:
-        break;
-    }
-    return std::nullopt;
-}
 
 QJsonValue AnyJSON::foundationValue() const
 {

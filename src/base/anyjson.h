@@ -7,7 +7,6 @@
 #include <QMap>
 #include <QString>
 
-#include <optional>
 #include <variant>
 
 class QJsonValue;
@@ -27,9 +26,6 @@ public:
     AnyJSON(Value value)
         : m_value(std::move(value))
     {}
-
-    /// Absent for a value that is no JSON at all (QJsonValue::Undefined).
-    [[nodiscard]] static std::optional<AnyJSON> fromFoundation(const QJsonValue &value);
 
     [[nodiscard]] const Value &value() const { return m_value; }
 

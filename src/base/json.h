@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
+#include <array>
 #include <optional>
 #include <tuple>
 
@@ -59,6 +60,64 @@ concept Record = requires
 /// "workspaceId" -> "workspace_id", "someURLText" -> "some_url_text".
 [[nodiscard]] QString toSnakeCase(const QString &key);
 
+enum class Kind { Nothing, Null, Bool, Number, Text, List, Object };
+
+/// A value inside a parsed document, or nothing at all. Cheap to copy; valid as long as its
+/// Document.
+class Value final
+{
+public:
+    Value() = default;
+
+    [[nodiscard]] Kind kind() const;
+    /// Each gives false when the value is of another kind.
+    [[nodiscard]] bool get(bool &out) const;
+    [[nodiscard]] bool get(double &out) const;
+    [[nodiscard]] bool get(QString &out) const;
+    /// A number without a fraction that fits, however it is written.
+    [[nodiscard]] bool get(qint64 &out) const;
+
+    /// Calls `visit` with each element of a list, in order, until it gives false; true when all
+    /// gave true. For other kinds there is nothing to visit.
+    template<typename F>
+    bool forEachElement(F visit) const
+    {
+        return visitElements([](void *f, Value element) { return (*static_cast<F *>(f))(element); },
+                             &visit);
+    }
+    /// The same for the members of an object, with their keys in UTF-8.
+    template<typename F>
+    bool forEachMember(F visit) const
+    {
+        return visitMembers([](void *f, QByteArrayView key,
+                               Value member) { return (*static_cast<F *>(f))(key, member); },
+                            &visit);
+    }
+    [[nodiscard]] qsizetype count() const;
+
+private:
+    friend class Document;
+
+    bool visitElements(bool (*visit)(void *, Value), void *context) const;
+    bool visitMembers(bool (*visit)(void *, QByteArrayView, Value), void *context) const;
+
+    // Where the value lies in the parser's own representation, which stays out of this header.
+    const void *m_tape = nullptr;
+    std::size_t m_index = 0;
+};
+
+/// A parsed JSON text, whose top is an array or an object. One at a time on a thread: the next one
+/// takes over the parser's memory, which is what makes short documents cheap.
+class Document final
+{
+public:
+    [[nodiscard]] static Result<Document> parse(QByteArrayView text);
+    [[nodiscard]] Value root() const { return m_root; }
+
+private:
+    Value m_root;
+};
+
 /// Carries the key form down a value and the error up.
 class Reader final
 {
@@ -67,28 +126,29 @@ public:
         : m_keys(keys)
     {}
 
-    bool read(const QJsonValue &value, QString &out);
-    bool read(const QJsonValue &value, bool &out);
-    bool read(const QJsonValue &value, int &out);
-    bool read(const QJsonValue &value, qint64 &out);
-    bool read(const QJsonValue &value, double &out);
-    bool read(const QJsonValue &value, AnyJSON &out);
+    bool read(Value value, QString &out);
+    bool read(Value value, bool &out);
+    bool read(Value value, int &out);
+    bool read(Value value, qint64 &out);
+    bool read(Value value, double &out);
+    bool read(Value value, AnyJSON &out);
     template<typename T>
-    bool read(const QJsonValue &value, QList<T> &out);
+    bool read(Value value, QList<T> &out);
     template<typename T>
-    bool read(const QJsonValue &value, QMap<QString, T> &out);
+    bool read(Value value, QMap<QString, T> &out);
     template<typename T>
-    bool read(const QJsonValue &value, std::optional<T> &out);
+    bool read(Value value, std::optional<T> &out);
     template<Record T>
-    bool read(const QJsonValue &value, T &out);
+    bool read(Value value, T &out);
 
     [[nodiscard]] DecodingError error() const { return m_error; }
 
 private:
-    bool mismatch(const QString &expected, const QJsonValue &found);
+    bool mismatch(const char *expected, Value found);
     /// Puts `step` before the path of the error that is on its way up. Always false.
     bool below(const QString &step);
-    [[nodiscard]] QJsonObject withFieldKeys(const QJsonObject &object) const;
+    /// The key as fields are named, in `buffer` when it had to be converted.
+    [[nodiscard]] QByteArrayView fieldKey(QByteArrayView key, QByteArray &buffer) const;
 
     Keys m_keys;
     DecodingError m_error;
@@ -127,12 +187,10 @@ private:
     std::optional<EncodingError> m_error;
 };
 
-/// A whole JSON document, whose top must be an array or an object.
-[[nodiscard]] Result<QJsonValue> parse(const QByteArray &document);
 [[nodiscard]] QByteArray compact(const QJsonValue &arrayOrObject);
 
 template<typename T>
-[[nodiscard]] Result<T> fromValue(const QJsonValue &value, Keys keys)
+[[nodiscard]] Result<T> fromValue(Value value, Keys keys)
 {
     Reader reader(keys);
     T out{};
@@ -142,12 +200,12 @@ template<typename T>
 }
 
 template<typename T>
-[[nodiscard]] Result<T> decode(const QByteArray &document, Keys keys)
+[[nodiscard]] Result<T> decode(QByteArrayView text, Keys keys)
 {
-    const Result<QJsonValue> value = parse(document);
-    if (!value)
-        return tl::unexpected(value.error());
-    return fromValue<T>(*value, keys);
+    const Result<Document> document = Document::parse(text);
+    if (!document)
+        return tl::unexpected(document.error());
+    return fromValue<T>(document->root(), keys);
 }
 
 template<typename T>
@@ -163,63 +221,72 @@ template<typename T>
 // ---------------------------------------------------------------------------------------------
 
 template<typename T>
-bool Reader::read(const QJsonValue &value, QList<T> &out)
+bool Reader::read(Value value, QList<T> &out)
 {
-    if (!value.isArray())
-        return mismatch(QStringLiteral("a list"), value);
-    const QJsonArray array = value.toArray();
+    if (value.kind() != Kind::List)
+        return mismatch("a list", value);
     out.clear();
-    out.reserve(array.size());
-    for (qsizetype i = 0; i < array.size(); ++i) {
+    out.reserve(value.count());
+    return value.forEachElement([&](Value item) {
         T element{};
-        if (!read(array.at(i), element))
-            return below(u'[' + QString::number(i) + u']');
+        if (!read(item, element))
+            return below(u'[' + QString::number(out.size()) + u']');
         out.append(std::move(element));
-    }
-    return true;
+        return true;
+    });
 }
 
 template<typename T>
-bool Reader::read(const QJsonValue &value, QMap<QString, T> &out)
+bool Reader::read(Value value, QMap<QString, T> &out)
 {
-    if (!value.isObject())
-        return mismatch(QStringLiteral("an object"), value);
-    const QJsonObject object = value.toObject();
+    if (value.kind() != Kind::Object)
+        return mismatch("an object", value);
     out.clear();
-    for (auto it = object.begin(); it != object.end(); ++it) {
+    return value.forEachMember([&](QByteArrayView key, Value member) {
         T element{};
-        if (!read(it.value(), element))
-            return below(it.key());
-        out.insert(it.key(), std::move(element));
-    }
-    return true;
+        if (!read(member, element))
+            return below(QString::fromUtf8(key));
+        out.insert(QString::fromUtf8(key), std::move(element));
+        return true;
+    });
 }
 
 template<typename T>
-bool Reader::read(const QJsonValue &value, std::optional<T> &out)
+bool Reader::read(Value value, std::optional<T> &out)
 {
     out.reset();
-    if (value.isUndefined() || value.isNull())
+    const Kind kind = value.kind();
+    if (kind == Kind::Nothing || kind == Kind::Null)
         return true;
-    T element{};
-    if (!read(value, element))
-        return false;
-    out = std::move(element);
-    return true;
+    return read(value, out.emplace());
 }
 
 template<Record T>
-bool Reader::read(const QJsonValue &value, T &out)
+bool Reader::read(Value value, T &out)
 {
-    if (!value.isObject())
-        return mismatch(QStringLiteral("an object"), value);
-    const QJsonObject object = withFieldKeys(value.toObject());
+    if (value.kind() != Kind::Object)
+        return mismatch("an object", value);
+    constexpr auto fields = T::jsonFields();
+    std::array<Value, std::tuple_size_v<decltype(fields)>> found;
+    QByteArray buffer;
+    value.forEachMember([&](QByteArrayView key, Value member) {
+        const QByteArrayView name = fieldKey(key, buffer);
+        std::size_t at = 0;
+        const auto match = [&](const auto &field) {
+            const bool matches = name == QByteArrayView(field.name);
+            if (matches)
+                found[at] = member;
+            ++at;
+            return matches;
+        };
+        std::apply([&](const auto &...field) { return (match(field) || ...); }, fields);
+        return true;
+    });
+    std::size_t at = 0;
     const auto readField = [&](const auto &field) {
-        const QLatin1StringView name(field.name);
-        return read(object.value(name), out.*field.member) || below(name);
+        return read(found[at++], out.*field.member) || below(QLatin1StringView(field.name));
     };
-    return std::apply([&](const auto &...fields) { return (readField(fields) && ...); },
-                      T::jsonFields());
+    return std::apply([&](const auto &...field) { return (readField(field) && ...); }, fields);
 }
 
 template<typename T>

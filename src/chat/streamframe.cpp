@@ -12,8 +12,7 @@ std::optional<StreamFrame> frameFromLine(QByteArrayView line)
     const QByteArrayView payload = line.startsWith(prefix) ? line.sliced(prefix.size()) : line;
     if (payload.isEmpty())
         return std::nullopt;
-    const auto bytes = QByteArray::fromRawData(payload.data(), payload.size());
-    auto frame = base::json::decode<StreamFrame>(bytes, base::json::Keys::Plain);
+    auto frame = base::json::decode<StreamFrame>(payload, base::json::Keys::Plain);
     if (!frame)
         return std::nullopt;
     return std::move(*frame);

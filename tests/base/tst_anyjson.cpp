@@ -17,9 +17,10 @@ using velto::base::AnyJSON;
 
 AnyJSON parsed(const QByteArray &json)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(R"({"value":)" + json + "}");
-    EXPECT_FALSE(document.isNull()) << json.constData();
-    return AnyJSON::fromFoundation(document.object().value(QLatin1StringView("value"))).value();
+    const auto document = velto::base::json::decode<AnyJSON::Object>(
+        R"({"value":)" + json + "}", velto::base::json::Keys::Plain);
+    EXPECT_TRUE(document) << json.constData();
+    return document ? document->value(QStringLiteral("value")) : AnyJSON();
 }
 
 template<typename T>
@@ -51,8 +52,7 @@ TEST(AnyJSON, TrueNeverBecomesTheNumberOne)
 
 TEST(AnyJSON, WhatIsNoJSONIsRefusedAsUnknown)
 {
-    EXPECT_EQ(AnyJSON::fromFoundation(QJsonValue(QJsonValue::Undefined)), std::nullopt);
-    const auto read = velto::base::json::fromValue<AnyJSON>(QJsonValue(QJsonValue::Undefined),
+    const auto read = velto::base::json::fromValue<AnyJSON>(velto::base::json::Value(),
                                                             velto::base::json::Keys::Plain);
     ASSERT_FALSE(read);
     EXPECT_TRUE(velto::base::description(read.error()).contains(QStringLiteral("unknown JSON")));
@@ -62,7 +62,20 @@ TEST(AnyJSON, TheFoundationTreeIsTheOneItCameFrom)
 {
     const QByteArray json = R"({"a":[true,false,null,1.5,"x",{"b":{}}]})";
     const QJsonObject object = QJsonDocument::fromJson(json).object();
-    EXPECT_EQ(AnyJSON::fromFoundation(object)->foundationValue(), QJsonValue(object));
+    EXPECT_EQ(parsed(json).foundationValue(), QJsonValue(object));
+}
+
+TEST(AnyJSON, ANumberBeyond64BitsIsStillANumber)
+{
+    EXPECT_TRUE(holds(parsed("36893488147419103232"), 36893488147419103232.0));
+    EXPECT_TRUE(holds(parsed("-36893488147419103232"), -36893488147419103232.0));
+    EXPECT_TRUE(holds(parsed("18446744073709551615"), 18446744073709551615.0));
+    EXPECT_TRUE(
+        holds(parsed("[36893488147419103232,0.36893488147419103232]"),
+              AnyJSON::Array{AnyJSON(36893488147419103232.0), AnyJSON(0.36893488147419103232)}));
+    EXPECT_TRUE(holds(parsed(R"([36893488147419103232,"a \"36893488147419103232\\"])"),
+                      AnyJSON::Array{AnyJSON(36893488147419103232.0),
+                                     AnyJSON(QStringLiteral(R"(a "36893488147419103232\)"))}));
 }
 
 TEST(AnyJSON, PrettyTextIsTheTextWithoutQuotes)

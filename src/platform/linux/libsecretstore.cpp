@@ -39,6 +39,29 @@ Cancellable share(GCancellable *cancellable)
     return Cancellable(G_CANCELLABLE(g_object_ref(cancellable)));
 }
 
+/// Where the library's events of one call go. Without it they would go to the main thread's event
+/// loop, and what they hold on to would wait there.
+class EventContext final
+{
+public:
+    EventContext()
+        : m_context(g_main_context_new())
+    {
+        g_main_context_push_thread_default(m_context);
+    }
+    ~EventContext()
+    {
+        while (g_main_context_iteration(m_context, FALSE)) {
+        }
+        g_main_context_pop_thread_default(m_context);
+        g_main_context_unref(m_context);
+    }
+    Q_DISABLE_COPY_MOVE(EventContext)
+
+private:
+    GMainContext *m_context;
+};
+
 /// Receives the error of one library call.
 class Error final
 {
@@ -169,6 +192,7 @@ void LibsecretStore::abandon()
 Result<void> LibsecretStore::save(const QString &service, const QString &account,
                                   const QString &value)
 {
+    const EventContext context;
     const Cancellable abandoned = share(m_abandoned);
     const Result<Service> connection = open(abandoned.get());
     if (!connection)
@@ -199,6 +223,7 @@ Result<void> LibsecretStore::save(const QString &service, const QString &account
 
 Result<std::optional<QString>> LibsecretStore::load(const QString &service, const QString &account)
 {
+    const EventContext context;
     const Cancellable abandoned = share(m_abandoned);
     const Result<Service> connection = open(abandoned.get());
     if (!connection)
@@ -226,6 +251,7 @@ Result<std::optional<QString>> LibsecretStore::load(const QString &service, cons
 
 Result<void> LibsecretStore::remove(const QString &service, const QString &account)
 {
+    const EventContext context;
     const Cancellable abandoned = share(m_abandoned);
     const Result<Service> connection = open(abandoned.get());
     if (!connection)

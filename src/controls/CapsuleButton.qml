@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// A mark and one line of text in a capsule.
 PressableButton {

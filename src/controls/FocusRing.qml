@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// Shows where the keyboard is. Lies around its parent.
 Rectangle {

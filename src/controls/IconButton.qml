@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// A round or square button that shows one mark.
 PressableButton {

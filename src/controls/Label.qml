@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// A text that is in the accessibility tree and that is never taken for markup.
 Text {

@@ -3,6 +3,7 @@
 
 import QtQuick
 import QtQuick.Templates as T
+import Velto.Controls
 
 /// What all buttons share: the answer to a press, the focus ring, the keys, what assistive technology
 /// hears. The label is its name, so that a button of nothing but a mark has one too.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// The one button of a screen or a banner that moves things on.
 PressableButton {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// A soft shadow below its parent, the same under every renderer.
 BorderImage {
@@ -19,6 +20,6 @@ BorderImage {
         top: 46
     }
     opacity: 0.1
-    source: "images/shadow.png"
+    source: Qt.resolvedUrl("images/shadow.png")
     z: -1
 }

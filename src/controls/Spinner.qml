@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// Says that something is under way. Moves, and costs, only while it shows.
 Item {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
+import Velto.Controls
 
 /// A mark of the icon vocabulary; `size` is the size of the text it stands beside.
 Text {

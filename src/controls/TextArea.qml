@@ -3,6 +3,7 @@
 
 import QtQuick
 import QtQuick.Templates as T
+import Velto.Controls
 
 /// Text of several lines to write in. The placeholder is only looked at; `label` is its name.
 /// Tab leaves it, as it leaves every control.

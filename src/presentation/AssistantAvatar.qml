@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// Marks the assistant's messages; says nothing that their names don't.
 Rectangle {

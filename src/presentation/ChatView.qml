@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// The chat: title, messages, what the agent is about, the banner, the composer. Keeps no copy of
 /// anything that the state holds.

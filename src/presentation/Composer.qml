@@ -4,6 +4,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import Velto.Controls
+import Velto.Presentation
 
 /// Where the user writes. Return sends, Shift-Return breaks the line; what may be sent is not
 /// decided here.

@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// Stands where the messages will be.
 Item {

@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// Tells what went wrong and offers to try again.
 Item {

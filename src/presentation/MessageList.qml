@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// The messages of a conversation. Follows the bottom while the last one grows, until the user drags
 /// the list; a new message or the jump button brings it back down.

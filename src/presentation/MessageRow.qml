@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// One message: the user's in a bubble on the trailing side, the assistant's plain beside its avatar.
 Item {

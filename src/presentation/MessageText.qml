@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// One text part of a message: plain, selectable, growing with the stream.
 TextEdit {

@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// The conversation's title on one quiet line; takes no room without one.
 Item {

@@ -3,6 +3,7 @@
 
 import QtQuick
 import Velto.Controls
+import Velto.Presentation
 
 /// What a tool call looks like until it is opened: its name and how it stands.
 Item {

@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Velto.Controls
 import Velto.Presentation

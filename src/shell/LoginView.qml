@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
+// Colours of its own: they lie on a picture that is the same in light and dark.
 import QtQuick
 import Velto.Controls
 
@@ -17,7 +18,7 @@ FocusScope {
     Image {
         anchors.fill: parent
         asynchronous: false
-        source: "images/login-background.jpg"
+        source: Qt.resolvedUrl("images/login-background.jpg")
     }
     Rectangle {
         anchors.fill: parent

@@ -4,6 +4,7 @@
 import QtQuick
 import Velto.Controls
 import Velto.Presentation
+import Velto.Shell
 
 /// The main window.
 Window {

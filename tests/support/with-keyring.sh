@@ -64,4 +64,6 @@ case $VELTO_TEST_KEYRING in
     *) die "no such keyring: $VELTO_TEST_KEYRING" ;;
 esac
 
-"$@"
+# A helper too, so that a test that hangs ends with this script.
+start_helper "$@"
+wait "${STARTED_PIDS[-1]}"

@@ -69,10 +69,10 @@ private:
     {
         static_cast<Outcome *>(outcome)->isOver = true;
     }
-    static gboolean onCancelled(GCancellable *, gpointer outcome)
+    /// Runs in the thread that cancels.
+    static void onCancelled(GCancellable *, gpointer context)
     {
-        static_cast<Outcome *>(outcome)->isOver = true;
-        return G_SOURCE_REMOVE;
+        g_main_context_wakeup(static_cast<GMainContext *>(context));
     }
     [[nodiscard]] bool open() const;
     void wait();
@@ -113,13 +113,11 @@ void Prompt::onCompleted(GDBusConnection *, const char *, const char *, const ch
 
 void Prompt::wait()
 {
-    GSource *cancelling = g_cancellable_source_new(m_cancelled);
-    g_source_set_callback(cancelling, G_SOURCE_FUNC(onCancelled), &m_outcome, nullptr);
-    g_source_attach(cancelling, m_context);
-    while (!m_outcome.isOver)
+    const gulong cancelling =
+        g_cancellable_connect(m_cancelled, G_CALLBACK(onCancelled), m_context, nullptr);
+    while (!m_outcome.isOver && !g_cancellable_is_cancelled(m_cancelled))
         g_main_context_iteration(m_context, TRUE);
-    g_source_destroy(cancelling);
-    g_source_unref(cancelling);
+    g_cancellable_disconnect(m_cancelled, cancelling);
     if (g_cancellable_is_cancelled(m_cancelled))
         g_dbus_connection_call(m_bus, serviceName, m_path.constData(), promptInterface, "Dismiss",
                                nullptr, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, defaultTimeout,

@@ -17,7 +17,10 @@ T.AbstractButton {
 
     Accessible.description: help
     Accessible.name: label
-    Accessible.onPressAction: click()
+    Accessible.onPressAction: {
+        if (enabled)
+            clicked();
+    }
     Accessible.role: Accessible.Button
     hoverEnabled: true
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -26,8 +29,8 @@ T.AbstractButton {
     scale: down ? 0.97 : 1
     text: label
 
-    Keys.onEnterPressed: click()
-    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: clicked()
 
     Behavior on scale {
         NumberAnimation {

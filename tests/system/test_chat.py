@@ -18,6 +18,7 @@ class Streaming(SystemTest):
 
     def setUp(self):
         super().setUp()
+        self.use_tall_window()
         self.service, self.velto = self.start_signed_in()
 
     def answer(self):
@@ -27,7 +28,7 @@ class Streaming(SystemTest):
 
     def test_return_sends_what_was_typed(self):
         self.velto.send("hello there")
-        self.velto.wait_for_text("hello there")
+        self.velto.wait_for_text("> hello there")
         self.assertEqual(self.velto.input().text.strip(), "")
         self.velto.wait_for_answer()
         (who, question), (whose, answer) = self.velto.messages()
@@ -55,7 +56,6 @@ class Streaming(SystemTest):
                    lambda: f"two lines, not {self.velto.input().text!r}")
         self.assertEqual(self.service.count(CHAT_REQUEST), 0)
         desktop.press_key("Return")
-        self.velto.wait_for_answer()
         wait_until(lambda: self.velto.messages(), "the message")
         self.assertEqual(self.velto.messages()[0], ("You", "first\nsecond"))
 
@@ -124,6 +124,7 @@ class Streaming(SystemTest):
 class Failing(SystemTest):
     def setUp(self):
         super().setUp()
+        self.use_tall_window()
         self.service, self.velto = self.start_signed_in()
 
     def test_an_error_shows_above_the_composer_until_it_is_dismissed(self):

@@ -10,6 +10,10 @@ from support.waiting import wait_until
 
 
 class Restart(SystemTest):
+    def setUp(self):
+        super().setUp()
+        self.use_tall_window()
+
     def test_the_conversation_is_there_before_the_network_answers(self):
         service, velto = self.start_signed_in()
         velto.send("remember the ferry")
@@ -94,7 +98,8 @@ class Restart(SystemTest):
         velto.wait_for_answer()
         kept = velto.messages()
         velto.send("slow long 3000")
-        wait_until(lambda: len(velto.messages()) == 4 and velto.messages()[-1][1],
+        velto.button("Stop")
+        wait_until(lambda: velto.messages()[-1] not in kept and velto.messages()[-1][1],
                    "the answer to begin")
         velto.kill()
         velto = self.start_velto(service.base_url)

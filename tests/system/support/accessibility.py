@@ -66,11 +66,13 @@ class Node:
 
     @property
     def text(self):
-        """What the object's text interface holds; None without one."""
+        """What the object's text interface holds, its paragraphs as lines; None without one."""
         interface = self._accessible.get_text_iface()
         if interface is None:
             return None
-        return Atspi.Text.get_text(interface, 0, Atspi.Text.get_character_count(interface))
+        count = Atspi.Text.get_character_count(interface)
+        text = Atspi.Text.get_text(interface, 0, count)
+        return text.replace("\u2029", "\n").replace("\u2028", "\n")
 
     @property
     def actions(self):

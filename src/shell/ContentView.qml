@@ -30,6 +30,8 @@ FocusScope {
         id: signedIn
 
         FocusScope {
+            focus: true
+
             Commands {
                 appState: root.appState
             }
@@ -53,6 +55,8 @@ FocusScope {
         id: signedOut
 
         LoginView {
+            focus: true
+
             onSignInRequested: root.appState.startSignIn()
         }
     }

@@ -7,7 +7,7 @@ import Velto.Presentation
 
 /// The chat: title, messages, what the agent is about, the banner, the composer. Keeps no copy of
 /// anything that the state holds.
-Item {
+FocusScope {
     id: root
 
     required property AppState appState

@@ -8,7 +8,7 @@ import Velto.Presentation
 
 /// Where the user writes. Return sends, Shift-Return breaks the line; what may be sent is not
 /// decided here.
-Item {
+FocusScope {
     id: root
 
     required property string draft

@@ -5,7 +5,8 @@
 
 #include <algorithm>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 using chat::ChatMessage;
 using chat::MessageListModel;
@@ -21,7 +22,9 @@ void MessageParts::setMessages(MessageListModel *messages)
     m_messages = messages;
     if (messages != nullptr) {
         connect(messages, &MessageListModel::dataChanged, this,
-                [this](const QModelIndex &from, const QModelIndex &to) {
+                [this](const QModelIndex &from, const QModelIndex &to, const QList<int> &roles) {
+                    if (MessageListModel::onlyTextGrew(roles))
+                        return;
                     if (from.row() <= m_messageRow && m_messageRow <= to.row())
                         synchronise();
                 });
@@ -47,8 +50,8 @@ int MessageParts::rowCount(const QModelIndex &parent) const
 QVariant MessageParts::data(const QModelIndex &index, int role) const
 {
     const ChatMessage *source = message();
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || source == nullptr
-        || index.row() >= source->parts.size())
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || source == nullptr ||
+        index.row() >= source->parts.size())
         return {};
     const auto *call = std::get_if<ToolCall>(&source->parts[index.row()].kind);
     switch (role) {
@@ -88,8 +91,8 @@ void MessageParts::synchronise()
         return; // the row is about to go
     const QList<MessagePart> &parts = source->parts;
     const auto sameId = [](const Shown &a, const MessagePart &b) { return a.id == b.id; };
-    const bool grew = m_shown.size() <= parts.size()
-                      && std::equal(m_shown.cbegin(), m_shown.cend(), parts.cbegin(), sameId);
+    const bool grew = m_shown.size() <= parts.size() &&
+                      std::equal(m_shown.cbegin(), m_shown.cend(), parts.cbegin(), sameId);
     if (!grew) {
         beginResetModel();
         m_shown.clear();

@@ -161,6 +161,7 @@ void StreamedText::clear()
     cursor.removeSelectedText();
     QTextBlockFormat format;
     format.setLineHeight(m_lineHeight * 100, QTextBlockFormat::ProportionalHeight);
+    format.setAlignment(Qt::AlignLeading); // a paragraph's own direction decides its side
     cursor.setBlockFormat(format);
 }
 

@@ -1,0 +1,190 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "presentation/screenharness.h"
+
+#include "chat/conversationcache.h"
+
+#include <QAccessible>
+#include <QInputMethodEvent>
+#include <QQmlEngine>
+#include <QQuickItem>
+
+namespace velto::test {
+
+namespace {
+
+/// A system without a browser.
+class NoBrowser final : public platform::URLLauncher
+{
+public:
+    QCoro::Task<bool> launch(QUrl) override { co_return false; }
+};
+
+QByteArray frames(const QStringList &texts)
+{
+    QByteArray bytes;
+    for (const QString &text : texts)
+        bytes += "data: " + text.toUtf8() + "\n\n";
+    return bytes;
+}
+
+} // namespace
+
+struct ScreenHarness::Session
+{
+    Session()
+    {
+        server.on("/v1/me", answer(200, R"({"userId":"u","workspaces":[],"user":{"name":"Ada"}})"));
+        server.on("/v1/conversations", answer(200, "[]"));
+    }
+
+    QTemporaryDir home;
+    QString cacheFile = home.filePath(QStringLiteral("velto/last-conversation.json"));
+    ScriptedServer server;
+    MemorySecretStore secrets;
+    platform::URLOpener browser{std::make_unique<NoBrowser>()};
+    std::optional<Exchange> openAnswer;
+    chat::AppState state{
+        chat::AppState::Environment{secrets, browser, server.url(), cacheFile}};
+};
+
+ScreenHarness::ScreenHarness(QObject *parent)
+    : QObject(parent)
+{}
+
+ScreenHarness::~ScreenHarness() = default;
+
+int ScreenHarness::chatRequests() const
+{
+    return m_session ? static_cast<int>(m_session->server.count("/v1/chat")) : 0;
+}
+
+chat::AppState *ScreenHarness::newState()
+{
+    m_session = std::make_unique<Session>();
+    connect(&m_session->server, &ScriptedServer::requestReceived, this,
+            &ScreenHarness::requestsChanged);
+    QJSEngine::setObjectOwnership(&m_session->state, QJSEngine::CppOwnership);
+    return &m_session->state;
+}
+
+void ScreenHarness::cacheConversation(int messages)
+{
+    QList<chat::ChatMessage> list;
+    for (int row = 0; row < messages; ++row) {
+        const auto role = row % 2 == 0 ? chat::ChatMessage::Role::User
+                                       : chat::ChatMessage::Role::Assistant;
+        list.append(chat::newMessage(
+            role, {chat::textPart(QStringLiteral("Message %1, in a few words.").arg(row))}));
+    }
+    chat::conversationcache::save(list, QStringLiteral("cached"), m_session->cacheFile);
+}
+
+void ScreenHarness::bootstrap(bool hasToken, bool slowService)
+{
+    if (hasToken) {
+        const auto saved = m_session->secrets.save(QStringLiteral("ltd.orbax.velto"),
+                                                   QStringLiteral("refresh_token"),
+                                                   QStringLiteral("stored"));
+        Q_ASSERT(saved.has_value());
+    }
+    if (slowService) {
+        m_session->server.on("/auth/oauth2/token", [](const RecordedRequest &, const Exchange &) {});
+    } else {
+        m_session->server.on(
+            "/auth/oauth2/token",
+            answer(200, R"({"access_token":"access","token_type":"Bearer","expires_in":900,)"
+                        R"("refresh_token":"rotated"})"));
+    }
+    m_session->state.startBootstrap();
+}
+
+void ScreenHarness::answerChat(const QStringList &texts, bool ends)
+{
+    Session *session = m_session.get();
+    session->server.on("/v1/chat", [=](const RecordedRequest &, const Exchange &exchange) {
+        exchange.beginStream(200, {});
+        exchange.send(frames(texts));
+        if (ends)
+            exchange.close();
+        else
+            session->openAnswer = exchange;
+    });
+}
+
+void ScreenHarness::failChat(int status, const QString &body)
+{
+    m_session->server.on("/v1/chat", answer(status, body.toUtf8()));
+}
+
+void ScreenHarness::sendMore(const QString &frame)
+{
+    Q_ASSERT(m_session->openAnswer);
+    m_session->openAnswer->send(frames({frame}));
+}
+
+int ScreenHarness::roleOf(int row) const
+{
+    return static_cast<int>(m_session->state.messages().at(row).role);
+}
+
+QString ScreenHarness::textOf(int row) const
+{
+    return m_session->state.messages().at(row).plainText();
+}
+
+QVariantMap ScreenHarness::accessible(QQuickItem *item)
+{
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    if (interface == nullptr)
+        return {};
+    const QAccessible::State state = interface->state();
+    QAccessibleTextInterface *text = interface->textInterface();
+    return {{QStringLiteral("role"), static_cast<int>(interface->role())},
+            {QStringLiteral("name"), interface->text(QAccessible::Name)},
+            {QStringLiteral("description"), interface->text(QAccessible::Description)},
+            {QStringLiteral("text"),
+             text != nullptr ? text->text(0, text->characterCount()) : QString()},
+            {QStringLiteral("disabled"), static_cast<bool>(state.disabled)}};
+}
+
+bool ScreenHarness::pressAccessibly(QQuickItem *item)
+{
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    if (interface == nullptr || interface->actionInterface() == nullptr)
+        return false;
+    interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    return true;
+}
+
+QVariantList ScreenHarness::accessibleTree(QQuickItem *item)
+{
+    QVariantList list;
+    for (QQuickItem *child : item->childItems()) {
+        const QVariantMap told = accessible(child);
+        if (!told.isEmpty())
+            list.append(told);
+        list.append(accessibleTree(child));
+    }
+    return list;
+}
+
+void ScreenHarness::compose(QQuickItem *item, const QString &preedit)
+{
+    QInputMethodEvent event(preedit, {});
+    QCoreApplication::sendEvent(item, &event);
+}
+
+QList<QQuickItem *> ScreenHarness::focusableItems(QQuickItem *item)
+{
+    QList<QQuickItem *> items;
+    for (QQuickItem *child : item->childItems()) {
+        if (child->activeFocusOnTab())
+            items.append(child);
+        items.append(focusableItems(child));
+    }
+    return items;
+}
+
+} // namespace velto::test

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "chat/appstate.h"
+
+#include "support/memorysecretstore.h"
+#include "support/scriptedserver.h"
+
+#include <QQuickItem>
+#include <QTemporaryDir>
+#include <QVariantMap>
+
+#include <memory>
+
+namespace velto::test {
+
+/// A real AppState against a scripted service, for tests that are written in QML.
+class ScreenHarness final : public QObject
+{
+    Q_OBJECT
+    /// Asked for chat answers so far.
+    Q_PROPERTY(int chatRequests READ chatRequests NOTIFY requestsChanged FINAL)
+
+public:
+    explicit ScreenHarness(QObject *parent = nullptr);
+    ~ScreenHarness() override;
+
+    [[nodiscard]] int chatRequests() const;
+
+    /// A state of its own for each test, `Bootstrapping` and with nothing in it.
+    Q_INVOKABLE velto::chat::AppState *newState();
+    Q_INVOKABLE void cacheConversation(int messages);
+    /// Starts the session; it stays `Bootstrapping` while the service is told to be slow.
+    Q_INVOKABLE void bootstrap(bool hasToken, bool slowService);
+    /// The next chat answer: frames as JSON texts, and whether the stream ends then.
+    Q_INVOKABLE void answerChat(const QStringList &frames, bool ends);
+    Q_INVOKABLE void failChat(int status, const QString &body);
+    Q_INVOKABLE void sendMore(const QString &frame);
+    Q_INVOKABLE [[nodiscard]] int roleOf(int row) const;
+    Q_INVOKABLE [[nodiscard]] QString textOf(int row) const;
+
+    /// What assistive technology is told of an item; empty when it is told nothing.
+    Q_INVOKABLE [[nodiscard]] static QVariantMap accessible(QQuickItem *item);
+    Q_INVOKABLE static bool pressAccessibly(QQuickItem *item);
+    /// Descendants that assistive technology sees, in order.
+    Q_INVOKABLE [[nodiscard]] static QVariantList accessibleTree(QQuickItem *item);
+    /// Text that an input method is still composing.
+    Q_INVOKABLE static void compose(QQuickItem *item, const QString &preedit);
+    Q_INVOKABLE [[nodiscard]] static QList<QQuickItem *> focusableItems(QQuickItem *item);
+
+signals:
+    void requestsChanged();
+
+private:
+    struct Session;
+
+    std::unique_ptr<Session> m_session;
+};
+
+} // namespace velto::test

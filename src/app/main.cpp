@@ -22,9 +22,11 @@ Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_ShellPlugin)
 
-namespace velto::app {
+namespace velto::app
+{
 
-namespace {
+namespace
+{
 
 void describeApplication()
 {
@@ -49,7 +51,8 @@ void followColorScheme(const platform::ColorScheme &scheme)
             return Tokens::instance().setScheme(Tokens::Scheme::Light);
         }
     };
-    QObject::connect(&scheme, &platform::ColorScheme::preferenceChanged, &Tokens::instance(), apply);
+    QObject::connect(&scheme, &platform::ColorScheme::preferenceChanged, &Tokens::instance(),
+                     apply);
     apply();
 }
 

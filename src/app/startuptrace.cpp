@@ -10,9 +10,11 @@
 #include <ctime>
 #include <unistd.h>
 
-namespace velto::app {
+namespace velto::app
+{
 
-namespace {
+namespace
+{
 
 constexpr qint64 startTimeField = 22; // of /proc/<pid>/stat, in ticks since the machine started
 

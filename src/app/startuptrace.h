@@ -5,7 +5,8 @@
 
 class QQuickWindow;
 
-namespace velto::app {
+namespace velto::app
+{
 
 /// Prints "[app] first frame after N ms" on standard output once, N counted from the start of the
 /// process.

@@ -10,9 +10,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace velto::app {
+namespace velto::app
+{
 
-namespace {
+namespace
+{
 
 int wakeUpPipe[2] = {-1, -1};
 
@@ -32,7 +34,8 @@ TerminationSignals::TerminationSignals(QObject *parent)
         return; // the signals keep their default, which ends the process too
     m_notifier = new QSocketNotifier(wakeUpPipe[0], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
-    struct sigaction action{};
+    struct sigaction action
+    {};
     action.sa_handler = wakeUp;
     action.sa_flags = SA_RESTART | SA_RESETHAND; // a second signal ends the process at once
     for (const int number : {SIGTERM, SIGINT, SIGHUP})

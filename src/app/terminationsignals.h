@@ -7,7 +7,8 @@
 
 class QSocketNotifier;
 
-namespace velto::app {
+namespace velto::app
+{
 
 /// Turns SIGTERM, SIGINT and SIGHUP into an ordinary end of the event loop. One instance at most.
 class TerminationSignals final : public QObject

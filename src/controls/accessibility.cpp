@@ -6,9 +6,11 @@
 #include <QtQuick/private/qaccessiblequickitem_p.h>
 #include <QtQuick/private/qquickitem_p.h>
 
-namespace velto::controls {
+namespace velto::controls
+{
 
-namespace {
+namespace
+{
 
 class AccessibleItem final : public QAccessibleQuickItem
 {

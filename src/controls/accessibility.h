@@ -3,7 +3,8 @@
 
 #pragma once
 
-namespace velto::controls {
+namespace velto::controls
+{
 
 /// Makes items report to assistive technology whether they are disabled, which Qt Quick leaves out.
 /// To be called once, before the first window. Costs nothing while nobody asks.

@@ -4,14 +4,17 @@
 #include "controls/glow.h"
 
 #include <QImage>
-#include <QPainter>
 #include <QQuickWindow>
-#include <QRadialGradient>
+#include <QRandomGenerator>
 #include <QSGImageNode>
 
-namespace velto::controls {
+#include <cmath>
 
-namespace {
+namespace velto::controls
+{
+
+namespace
+{
 constexpr int pictureSide = 128;
 }
 
@@ -55,17 +58,21 @@ QSGNode *Glow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     return node;
 }
 
+// So faint a gradient has few steps; scattering them keeps rings from showing.
 QImage Glow::picture() const
 {
     QImage image(pictureSide, pictureSide, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QColor edge = m_colour;
-    edge.setAlpha(0);
-    QRadialGradient gradient(QPointF(pictureSide, 0), pictureSide);
-    gradient.setColorAt(width() > 0 ? qBound(0.0, m_innerRadius / width(), 1.0) : 0, m_colour);
-    gradient.setColorAt(1, edge);
-    QPainter painter(&image);
-    painter.fillRect(image.rect(), gradient);
+    QRandomGenerator random(1); // the same picture every time
+    const qreal inner = width() > 0 ? qBound(0.0, m_innerRadius / width(), 0.99) : 0;
+    for (int y = 0; y < pictureSide; ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < pictureSide; ++x) {
+            const qreal distance = std::hypot(pictureSide - x, y) / pictureSide;
+            const qreal share = qBound(0.0, (1 - distance) / (1 - inner), 1.0);
+            const auto alpha = int(m_colour.alphaF() * share * 255 + random.generateDouble());
+            line[x] = qPremultiply(qRgba(m_colour.red(), m_colour.green(), m_colour.blue(), alpha));
+        }
+    }
     return image;
 }
 

@@ -6,7 +6,8 @@
 #include <QColor>
 #include <QQuickItem>
 
-namespace velto::controls {
+namespace velto::controls
+{
 
 /// A quarter of a radial gradient around the item's top right corner: `colour` up to the inner
 /// radius, fading to nothing at the item's edge. A small picture drawn large, so that it is the
@@ -16,7 +17,8 @@ class Glow : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor colour READ colour WRITE setColour NOTIFY colourChanged FINAL)
-    Q_PROPERTY(qreal innerRadius READ innerRadius WRITE setInnerRadius NOTIFY innerRadiusChanged FINAL)
+    Q_PROPERTY(
+        qreal innerRadius READ innerRadius WRITE setInnerRadius NOTIFY innerRadiusChanged FINAL)
 
 public:
     explicit Glow(QQuickItem *parent = nullptr);

@@ -9,9 +9,11 @@
 #include <array>
 #include <string_view>
 
-namespace velto::controls {
+namespace velto::controls
+{
 
-namespace {
+namespace
+{
 
 struct Entry
 {
@@ -45,8 +47,8 @@ const Entry *find(const QString &name)
 
 QString loadFamily()
 {
-    const int id = QFontDatabase::addApplicationFont(
-        QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
+    const int id =
+        QFontDatabase::addApplicationFont(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
     return QFontDatabase::applicationFontFamilies(id).value(0);
 }
 

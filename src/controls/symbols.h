@@ -8,7 +8,8 @@
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
-namespace velto::controls {
+namespace velto::controls
+{
 
 /// The icon vocabulary: names as screens use them, glyphs of the icon font that is compiled in.
 class Symbols : public QObject

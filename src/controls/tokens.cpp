@@ -7,14 +7,16 @@
 #include <QGuiApplication>
 #include <QJSEngine>
 
-namespace velto::controls {
+namespace velto::controls
+{
 
-namespace {
+namespace
+{
 
 bool paletteIsDark(const QPalette &palette)
 {
-    return palette.color(QPalette::Window).lightnessF()
-           < palette.color(QPalette::WindowText).lightnessF();
+    return palette.color(QPalette::Window).lightnessF() <
+           palette.color(QPalette::WindowText).lightnessF();
 }
 
 // As the eye weighs the channels; 0 is black and 1 white.

@@ -11,7 +11,8 @@
 class QJSEngine;
 class QQmlEngine;
 
-namespace velto::controls {
+namespace velto::controls
+{
 
 /// Every colour, size and duration that screens share. Colours follow the desktop: its palette
 /// gives the accent and, where it agrees with the wanted scheme, text and background too.

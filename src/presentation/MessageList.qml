@@ -86,7 +86,7 @@ Item {
                 messages: root.messages
                 width: root.rowWidth
 
-                onGrew: {
+                onGrowing: {
                     if (row.index === list.count - 1)
                         follower.follow();
                 }
@@ -133,6 +133,9 @@ Item {
         easing.type: Easing.OutQuad
         property: "contentY"
         target: list
+
+        // Rows that were made on the way may have moved the end.
+        onFinished: follower.follow()
     }
     ListFollower {
         id: follower
@@ -145,13 +148,18 @@ Item {
         onFollowed: slide.stop()
         onLastMessageChanged: root.jumpToLatest()
     }
-    PointHandler {
-        acceptedButtons: Qt.LeftButton
-        target: null
+    // Above the list: what lies below it doesn't hear of a press that the list has taken.
+    Item {
+        anchors.fill: list
 
-        onTranslationChanged: {
-            if (active && (Math.abs(translation.x) >= 3 || Math.abs(translation.y) >= 3))
-                root.stickToBottom = false;
+        PointHandler {
+            acceptedButtons: Qt.LeftButton
+            target: null
+
+            onTranslationChanged: {
+                if (active && (Math.abs(translation.x) >= 3 || Math.abs(translation.y) >= 3))
+                    root.stickToBottom = false;
+            }
         }
     }
     IconButton {

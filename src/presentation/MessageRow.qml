@@ -13,8 +13,8 @@ Item {
     required property int messageRow
     required property bool isUser
 
-    /// The message has become longer since its row was made.
-    signal grew
+    /// The message is about to become longer than its row shows.
+    signal growing
 
     readonly property real bubbleInset: 60
     readonly property real bubblePadding: 16
@@ -25,12 +25,15 @@ Item {
     Accessible.role: Accessible.ListItem
     implicitHeight: isUser ? parts.height + 22 : Math.max(parts.height, avatar.height)
 
+    // A list asks for the height at once.
+    Component.onCompleted: parts.forceLayout()
+
     Rectangle {
         anchors.fill: parts
-        anchors.bottomMargin: -11
+        anchors.bottomMargin: -9
         anchors.leftMargin: -root.bubblePadding
         anchors.rightMargin: -root.bubblePadding
-        anchors.topMargin: -11
+        anchors.topMargin: -13
         border.color: Tokens.faded(Tokens.primary, 0.05)
         color: Tokens.faded(Tokens.primary, 0.085)
         radius: 20
@@ -47,7 +50,8 @@ Item {
 
         spacing: Tokens.spaceMedium
         x: root.isUser ? root.width - root.bubblePadding - width : root.avatarSpace
-        y: root.isUser ? 11 : 3
+        // A line's extra height lies below its letters.
+        y: root.isUser ? 13 : 3
 
         Repeater {
             model: MessageParts {
@@ -75,7 +79,7 @@ Item {
                         // Only a bubble is as wide as its text: finding that out lays out twice.
                         width: root.isUser ? Math.min(Math.ceil(implicitWidth), root.textWidth) : root.textWidth
 
-                        onGrew: root.grew()
+                        onGrowing: root.growing()
                     }
                 }
                 Component {

@@ -13,7 +13,7 @@ TextEdit {
     required property int messageRow
     required property int part
 
-    signal grew
+    signal growing
 
     Accessible.name: ""
     Accessible.readOnly: true
@@ -34,6 +34,6 @@ TextEdit {
         messages: root.messages
         part: root.part
 
-        onGrew: root.grew()
+        onGrowing: root.growing()
     }
 }

@@ -5,7 +5,8 @@
 
 #include "presentation/conversationtitle.h"
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 using chat::AppState;
 using chat::MessageListModel;
@@ -55,8 +56,8 @@ void ChatScreen::updateTitle()
 
 void ChatScreen::updateEmptyState()
 {
-    const bool empty = m_appState == nullptr
-                       || (m_appState->messages().isEmpty() && !m_appState->isStreaming());
+    const bool empty =
+        m_appState == nullptr || (m_appState->messages().isEmpty() && !m_appState->isStreaming());
     if (m_isEmptyState == empty)
         return;
     m_isEmptyState = empty;

@@ -9,7 +9,8 @@
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 /// What the chat screen derives from the state: each value changes exactly when its sources do, and
 /// a streamed delta touches none of them.
@@ -17,8 +18,8 @@ class ChatScreen : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(velto::chat::AppState *appState READ appState WRITE setAppState NOTIFY appStateChanged
-                   REQUIRED FINAL)
+    Q_PROPERTY(velto::chat::AppState *appState READ appState WRITE setAppState NOTIFY
+                   appStateChanged REQUIRED FINAL)
     /// Empty when the conversation has no title.
     Q_PROPERTY(QString title READ title NOTIFY titleChanged FINAL)
     Q_PROPERTY(bool isEmptyState READ isEmptyState NOTIFY isEmptyStateChanged FINAL)

@@ -10,7 +10,8 @@
 #include <QQmlEngine>
 
 /// The chat engine's types under their QML names. The engine itself knows nothing of QML.
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 struct AppStateType
 {
@@ -28,7 +29,8 @@ struct MessageListModelType
     QML_UNCREATABLE("AppState owns the messages.")
 };
 
-namespace AuthStatusType {
+namespace AuthStatusType
+{
 Q_NAMESPACE
 QML_FOREIGN_NAMESPACE(velto::chat::AuthStatus)
 QML_NAMED_ELEMENT(AuthStatus)

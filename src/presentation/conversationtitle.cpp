@@ -7,9 +7,11 @@
 
 #include <algorithm>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
-namespace {
+namespace
+{
 
 constexpr int titleLength = 60;
 
@@ -25,9 +27,9 @@ QString firstCharacters(const QString &text, int count)
 
 QString storedTitle(const QString &id, const QList<service::ConversationSummary> &conversations)
 {
-    const auto open = std::find_if(
-        conversations.cbegin(), conversations.cend(),
-        [&](const service::ConversationSummary &summary) { return summary.id == id; });
+    const auto open =
+        std::find_if(conversations.cbegin(), conversations.cend(),
+                     [&](const service::ConversationSummary &summary) { return summary.id == id; });
     return open == conversations.cend() ? QString() : open->title.value_or(QString()).trimmed();
 }
 
@@ -43,10 +45,10 @@ conversationTitle(const std::optional<QString> &conversationID,
         if (!title.isEmpty())
             return title;
     }
-    const auto first = std::find_if(messages.cbegin(), messages.cend(),
-                                    [](const chat::ChatMessage &message) {
-                                        return message.role == chat::ChatMessage::Role::User;
-                                    });
+    const auto first =
+        std::find_if(messages.cbegin(), messages.cend(), [](const chat::ChatMessage &message) {
+            return message.role == chat::ChatMessage::Role::User;
+        });
     if (first == messages.cend())
         return std::nullopt;
     const QString line = first->plainText().trimmed().replace(QLatin1Char('\n'), QLatin1Char(' '));
@@ -57,8 +59,7 @@ conversationTitle(const std::optional<QString> &conversationID,
 bool canSendDraft(QStringView draft)
 {
     return std::any_of(draft.cbegin(), draft.cend(), [](QChar character) {
-        return character != QLatin1Char('\t')
-               && character.category() != QChar::Separator_Space;
+        return character != QLatin1Char('\t') && character.category() != QChar::Separator_Space;
     });
 }
 

@@ -8,7 +8,8 @@
 
 #include <optional>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 /// What stands above the messages: the history's title of the open conversation, else the beginning
 /// of the first thing the user wrote, on one line. Absent when there is neither.

@@ -3,7 +3,10 @@
 
 #include "presentation/listfollower.h"
 
-namespace velto::presentation {
+#include <QQuickWindow>
+
+namespace velto::presentation
+{
 
 using chat::MessageListModel;
 
@@ -11,7 +14,12 @@ void ListFollower::setView(QQuickItem *view)
 {
     if (m_view == view)
         return;
+    if (m_view != nullptr)
+        m_view->disconnect(this);
     m_view = view;
+    // The view's own type has no public header.
+    if (view != nullptr)
+        connect(view, SIGNAL(contentHeightChanged()), this, SLOT(settle()));
     emit viewChanged();
 }
 
@@ -44,13 +52,32 @@ void ListFollower::setSticking(bool sticking)
 
 void ListFollower::jump()
 {
+    m_settling = true;
     polish();
 }
 
 void ListFollower::follow()
 {
     if (m_sticking)
+        jump();
+}
+
+void ListFollower::settle()
+{
+    if (m_settling)
         polish();
+}
+
+void ListFollower::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change != ItemSceneChange)
+        return;
+    QObject::disconnect(m_frames);
+    if (data.window != nullptr) {
+        m_frames = connect(data.window, &QQuickWindow::afterAnimating, this,
+                           [this] { m_settling = false; });
+    }
 }
 
 void ListFollower::updatePolish()

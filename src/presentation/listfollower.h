@@ -10,10 +10,11 @@
 #include <QUuid>
 #include <QtQml/qqmlregistration.h>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
-/// Keeps a list view of messages at its end while the last message grows, as long as it is sticking,
-/// at most once a frame and after the rows have taken their new heights.
+/// Keeps a list view of messages at its end while the last message grows, as long as it is
+/// sticking, at most once a frame and after the rows have taken their new heights.
 class ListFollower : public QQuickItem
 {
     Q_OBJECT
@@ -50,6 +51,10 @@ signals:
 
 protected:
     void updatePolish() override;
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
+
+private slots:
+    void settle();
 
 private:
     void noteLastMessage();
@@ -58,6 +63,9 @@ private:
     QPointer<chat::MessageListModel> m_messages;
     bool m_sticking = true;
     QUuid m_lastMessage;
+    /// Rows may still take their heights in the frame that is being made.
+    bool m_settling = false;
+    QMetaObject::Connection m_frames;
 };
 
 } // namespace velto::presentation

@@ -4,6 +4,7 @@
 #include "presentation/messageparts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velto::presentation
 {
@@ -26,11 +27,26 @@ void MessageParts::setMessages(MessageListModel *messages)
                     if (MessageListModel::onlyTextGrew(roles))
                         return;
                     if (from.row() <= m_messageRow && m_messageRow <= to.row())
-                        synchronise();
+                        scheduleSynchronise();
                 });
     }
     emit messagesChanged();
     synchronise();
+}
+
+// A view for a part costs more than hundreds of deltas; those that arrived since the last frame are
+// made together.
+void MessageParts::scheduleSynchronise()
+{
+    if (std::exchange(m_isScheduled, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_isScheduled = false;
+            synchronise();
+        },
+        Qt::QueuedConnection);
 }
 
 void MessageParts::setMessageRow(int row)

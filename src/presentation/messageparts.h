@@ -9,7 +9,8 @@
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 /// The parts of one message, as a list of its own, so that a part that arrives adds one view and
 /// leaves the others alone. Texts are not among the roles: `StreamedText` fetches what is new.
@@ -56,11 +57,13 @@ private:
 
     [[nodiscard]] const chat::ChatMessage *message() const;
     [[nodiscard]] static Shown shown(const chat::MessagePart &part);
+    void scheduleSynchronise();
     void synchronise();
     void announceToolStates(const QList<chat::MessagePart> &parts);
 
     QPointer<chat::MessageListModel> m_messages;
     int m_messageRow = -1;
+    bool m_isScheduled = false;
     QList<Shown> m_shown;
 };
 

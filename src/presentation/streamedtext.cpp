@@ -10,12 +10,14 @@
 
 #include <chrono>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 using chat::MessageListModel;
 using chat::MessagePart;
 
-namespace {
+namespace
+{
 
 // A take-over that lasts longer than this holds up the frame; the next one waits so that laying
 // out never takes more than a third of the time.
@@ -147,10 +149,10 @@ void StreamedText::takeOver()
         tail.chop(1);
     if (tail.isEmpty())
         return;
+    if (!isNew)
+        emit growing();
     append(tail);
     m_taken += tail.size();
-    if (!isNew)
-        emit grew();
 }
 
 void StreamedText::clear()

@@ -14,7 +14,8 @@
 
 class QTextDocument;
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
 /// Keeps the document of a text view equal to one text part of a message while the text grows.
 ///
@@ -25,7 +26,8 @@ class StreamedText : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QQuickTextDocument *document READ document WRITE setDocument NOTIFY documentChanged FINAL)
+    Q_PROPERTY(
+        QQuickTextDocument *document READ document WRITE setDocument NOTIFY documentChanged FINAL)
     Q_PROPERTY(velto::chat::MessageListModel *messages READ messages WRITE setMessages NOTIFY
                    messagesChanged FINAL)
     Q_PROPERTY(int messageRow READ messageRow WRITE setMessageRow NOTIFY messageRowChanged FINAL)
@@ -53,8 +55,9 @@ signals:
     void messageRowChanged();
     void partChanged();
     void lineHeightChanged();
-    /// The document has grown since it was first filled.
-    void grew();
+    /// The document, which has been filled before, is about to grow. Whoever polishes an item in
+    /// answer is polished after everything that the growth sets in motion.
+    void growing();
 
 protected:
     void componentComplete() override;

@@ -46,6 +46,7 @@ FocusScope {
         id: failed
 
         ErrorScreen {
+            focus: true
             message: root.appState.authError
 
             onRetried: root.appState.startSignIn()

@@ -5,7 +5,7 @@ import QtQuick
 import Velto.Controls
 
 /// Says why nobody is signed in, and offers to try again.
-Item {
+FocusScope {
     id: root
 
     required property string message

@@ -6,9 +6,11 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 
-namespace velto::shell {
+namespace velto::shell
+{
 
-namespace {
+namespace
+{
 
 class RefusedReply final : public QNetworkReply
 {
@@ -27,7 +29,12 @@ public:
         open(ReadOnly | Unbuffered);
         // Whoever asked connects after it has the reply.
         QMetaObject::invokeMethod(
-            this, [this] { emit errorOccurred(error()); emit finished(); }, Qt::QueuedConnection);
+            this,
+            [this] {
+                emit errorOccurred(error());
+                emit finished();
+            },
+            Qt::QueuedConnection);
     }
 
     void abort() override {}

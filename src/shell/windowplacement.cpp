@@ -7,9 +7,11 @@
 #include <QScreen>
 #include <QSettings>
 
-namespace velto::shell {
+namespace velto::shell
+{
 
-namespace {
+namespace
+{
 constexpr QLatin1String sizeKey("window/size");
 constexpr QLatin1String maximizedKey("window/maximized");
 } // namespace

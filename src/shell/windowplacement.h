@@ -9,7 +9,8 @@
 #include <QWindow>
 #include <QtQml/qqmlregistration.h>
 
-namespace velto::shell {
+namespace velto::shell
+{
 
 /// Remembers how large a window was and whether it filled the screen, across runs. Shows the window
 /// once it knows. Where it stands is the window manager's business.

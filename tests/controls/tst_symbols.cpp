@@ -13,9 +13,11 @@
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 
-namespace velto::controls {
+namespace velto::controls
+{
 
-namespace {
+namespace
+{
 
 // Every "..." in a `symbol:` binding, or in a `name:` binding of a file that uses Symbol.
 QStringList namesIn(const QString &qml)

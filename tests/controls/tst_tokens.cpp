@@ -11,9 +11,11 @@
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 
-namespace velto::controls {
+namespace velto::controls
+{
 
-namespace {
+namespace
+{
 
 void usePalette(const QColor &window, const QColor &text, const QColor &accent)
 {

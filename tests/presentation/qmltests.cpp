@@ -15,7 +15,8 @@ Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_ShellPlugin)
 
-namespace velto::test {
+namespace velto::test
+{
 
 class Setup final : public QObject
 {

@@ -9,10 +9,13 @@
 #include <QInputMethodEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QQuickWindow>
 
-namespace velto::test {
+namespace velto::test
+{
 
-namespace {
+namespace
+{
 
 /// A system without a browser.
 class NoBrowser final : public platform::URLLauncher
@@ -45,8 +48,7 @@ struct ScreenHarness::Session
     MemorySecretStore secrets;
     platform::URLOpener browser{std::make_unique<NoBrowser>()};
     std::optional<Exchange> openAnswer;
-    chat::AppState state{
-        chat::AppState::Environment{secrets, browser, server.url(), cacheFile}};
+    chat::AppState state{chat::AppState::Environment{secrets, browser, server.url(), cacheFile}};
 };
 
 ScreenHarness::ScreenHarness(QObject *parent)
@@ -73,8 +75,8 @@ void ScreenHarness::cacheConversation(int messages)
 {
     QList<chat::ChatMessage> list;
     for (int row = 0; row < messages; ++row) {
-        const auto role = row % 2 == 0 ? chat::ChatMessage::Role::User
-                                       : chat::ChatMessage::Role::Assistant;
+        const auto role =
+            row % 2 == 0 ? chat::ChatMessage::Role::User : chat::ChatMessage::Role::Assistant;
         list.append(chat::newMessage(
             role, {chat::textPart(QStringLiteral("Message %1, in a few words.").arg(row))}));
     }
@@ -84,13 +86,14 @@ void ScreenHarness::cacheConversation(int messages)
 void ScreenHarness::bootstrap(bool hasToken, bool slowService)
 {
     if (hasToken) {
-        const auto saved = m_session->secrets.save(QStringLiteral("ltd.orbax.velto"),
-                                                   QStringLiteral("refresh_token"),
-                                                   QStringLiteral("stored"));
+        const auto saved =
+            m_session->secrets.save(QStringLiteral("ltd.orbax.velto"),
+                                    QStringLiteral("refresh_token"), QStringLiteral("stored"));
         Q_ASSERT(saved.has_value());
     }
     if (slowService) {
-        m_session->server.on("/auth/oauth2/token", [](const RecordedRequest &, const Exchange &) {});
+        m_session->server.on("/auth/oauth2/token",
+                             [](const RecordedRequest &, const Exchange &) {});
     } else {
         m_session->server.on(
             "/auth/oauth2/token",
@@ -137,16 +140,18 @@ QString ScreenHarness::textOf(int row) const
 QVariantMap ScreenHarness::accessible(QQuickItem *item)
 {
     QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
-    if (interface == nullptr)
-        return {};
-    const QAccessible::State state = interface->state();
+    return interface != nullptr ? told(interface) : QVariantMap();
+}
+
+QVariantMap ScreenHarness::told(QAccessibleInterface *interface)
+{
     QAccessibleTextInterface *text = interface->textInterface();
     return {{QStringLiteral("role"), static_cast<int>(interface->role())},
             {QStringLiteral("name"), interface->text(QAccessible::Name)},
             {QStringLiteral("description"), interface->text(QAccessible::Description)},
             {QStringLiteral("text"),
              text != nullptr ? text->text(0, text->characterCount()) : QString()},
-            {QStringLiteral("disabled"), static_cast<bool>(state.disabled)}};
+            {QStringLiteral("disabled"), static_cast<bool>(interface->state().disabled)}};
 }
 
 bool ScreenHarness::pressAccessibly(QQuickItem *item)
@@ -161,13 +166,19 @@ bool ScreenHarness::pressAccessibly(QQuickItem *item)
 QVariantList ScreenHarness::accessibleTree(QQuickItem *item)
 {
     QVariantList list;
-    for (QQuickItem *child : item->childItems()) {
-        const QVariantMap told = accessible(child);
-        if (!told.isEmpty())
-            list.append(told);
-        list.append(accessibleTree(child));
-    }
+    collect(QAccessible::queryAccessibleInterface(item->window()), list);
     return list;
+}
+
+void ScreenHarness::collect(QAccessibleInterface *interface, QVariantList &list)
+{
+    for (int index = 0; index < interface->childCount(); ++index) {
+        QAccessibleInterface *child = interface->child(index);
+        if (child->state().invisible)
+            continue;
+        list.append(told(child));
+        collect(child, list);
+    }
 }
 
 void ScreenHarness::compose(QQuickItem *item, const QString &preedit)

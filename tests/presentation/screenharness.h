@@ -8,13 +8,15 @@
 #include "support/memorysecretstore.h"
 #include "support/scriptedserver.h"
 
+#include <QAccessible>
 #include <QQuickItem>
 #include <QTemporaryDir>
 #include <QVariantMap>
 
 #include <memory>
 
-namespace velto::test {
+namespace velto::test
+{
 
 /// A real AppState against a scripted service, for tests that are written in QML.
 class ScreenHarness final : public QObject
@@ -44,7 +46,7 @@ public:
     /// What assistive technology is told of an item; empty when it is told nothing.
     Q_INVOKABLE [[nodiscard]] static QVariantMap accessible(QQuickItem *item);
     Q_INVOKABLE static bool pressAccessibly(QQuickItem *item);
-    /// Descendants that assistive technology sees, in order.
+    /// Everything that assistive technology sees of the item's window, in order.
     Q_INVOKABLE [[nodiscard]] static QVariantList accessibleTree(QQuickItem *item);
     /// Text that an input method is still composing.
     Q_INVOKABLE static void compose(QQuickItem *item, const QString &preedit);
@@ -55,6 +57,9 @@ signals:
 
 private:
     struct Session;
+
+    [[nodiscard]] static QVariantMap told(QAccessibleInterface *interface);
+    static void collect(QAccessibleInterface *interface, QVariantList &list);
 
     std::unique_ptr<Session> m_session;
 };

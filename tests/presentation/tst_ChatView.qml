@@ -39,6 +39,11 @@ TestCase {
         const view = list();
         return Math.abs(view.contentY - (view.originY + view.contentHeight - view.height)) < 1;
     }
+    function click(name: string): void {
+        tryVerify(() => button(name) !== null);
+        waitForRendering(view);
+        mouseClick(button(name));
+    }
     function open(cached: int): void {
         appState = harness.newState();
         if (cached > 0)
@@ -145,7 +150,7 @@ TestCase {
         verify(told("Something went wrong"));
         verify(told(appState.errorMessage));
         harness.answerChat(['{"type":"text-delta","delta":"Now"}', '{"type":"finish"}'], true);
-        mouseClick(button("Retry"));
+        click("Retry");
         tryVerify(() => appState.messages.count === 2 && harness.textOf(1) === "Now");
         verify(!appState.hasError);
         compare(button("Retry"), null);
@@ -158,7 +163,7 @@ TestCase {
     }
     function test_progressShowsWhileStreamingOnly(): void {
         open(0);
-        harness.answerChat(['{"type":"data-agent-progress","data":{"summary":"Looking at the chart"}}'], false);
+        harness.answerChat(['{"type":"data-agent_progress","data":{"summary":"Looking at the chart"}}'], false);
         send("hi");
         tryVerify(() => appState.agentProgress !== "");
         verify(told("Looking at the chart"));
@@ -170,7 +175,7 @@ TestCase {
         open(2);
         appState.promptSuggestion = "And tomorrow?";
         harness.answerChat(['{"type":"finish"}'], true);
-        mouseClick(button("And tomorrow?"));
+        click("And tomorrow?");
         compare(appState.promptSuggestion, "");
         compare(harness.textOf(2), "And tomorrow?");
         tryCompare(harness, "chatRequests", 1);

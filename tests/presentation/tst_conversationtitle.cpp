@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
-namespace {
+namespace
+{
 
 using chat::ChatMessage;
 using Conversations = std::optional<QList<service::ConversationSummary>>;

@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
-namespace {
+namespace
+{
 
 using chat::ChatMessage;
 using chat::MessageListModel;

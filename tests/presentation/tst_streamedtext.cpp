@@ -18,9 +18,11 @@
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 
-namespace velto::presentation {
+namespace velto::presentation
+{
 
-namespace {
+namespace
+{
 
 using chat::ChatMessage;
 using chat::MessageListModel;
@@ -37,8 +39,7 @@ protected:
 
     void makeView(const QString &text)
     {
-        messages.append(
-            chat::newMessage(ChatMessage::Role::Assistant, {chat::textPart(text)}));
+        messages.append(chat::newMessage(ChatMessage::Role::Assistant, {chat::textPart(text)}));
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         QQmlComponent component(&engine);
         component.setData("import QtQuick\nimport Velto.Presentation\nMessageText { width: 500 }",

@@ -14,9 +14,11 @@
 
 #include <gtest/gtest.h>
 
-namespace velto::shell {
+namespace velto::shell
+{
 
-namespace {
+namespace
+{
 
 class RefusingNetworkTest : public testing::Test
 {

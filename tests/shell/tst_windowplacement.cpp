@@ -9,9 +9,11 @@
 
 #include <gtest/gtest.h>
 
-namespace velto::shell {
+namespace velto::shell
+{
 
-namespace {
+namespace
+{
 
 class WindowPlacementTest : public testing::Test
 {

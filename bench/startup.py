@@ -30,6 +30,7 @@ class Running:
     """A program whose output is read line by line."""
 
     def __init__(self, command, environment):
+        self.line = ""  # the one that was last waited for
         self.started = time.perf_counter()
         self.process = subprocess.Popen(command, env=environment, stdout=subprocess.PIPE,
                                         text=True, bufsize=1)
@@ -38,6 +39,7 @@ class Running:
         """Seconds from the start to the line that holds `text`."""
         for line in self.process.stdout:
             if text in line:
+                self.line = line
                 return time.perf_counter() - self.started
         sys.exit(f"{self.process.args[0]} ended before it printed “{text}”")
 
@@ -116,11 +118,10 @@ def measure(environment):
 
 def main():
     with tempfile.TemporaryDirectory() as folder:
-        port_file = Path(folder, "port")
-        service = Running([BUILD / "local/velto-local", "--port", "0", "--data", folder,
-                           "--port-file", port_file], os.environ)
+        service = Running([BUILD / "local/velto-local", "--port", "0",
+                           "--data", f"{folder}/service"], os.environ)
         service.wait_for("listening on")
-        base_url = f"http://127.0.0.1:{port_file.read_text().strip()}"
+        base_url = service.line.split()[-1]
         environment = {**os.environ, "QT_QUICK_BACKEND": "software",
                        "XDG_DATA_HOME": f"{folder}/data", "XDG_CONFIG_HOME": f"{folder}/config",
                        "VELTO_API_BASE_URL": base_url}

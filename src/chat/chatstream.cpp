@@ -222,7 +222,7 @@ QCoro::Task<base::Result<std::optional<ChatStreamEvent>>> ChatEventSequence::nex
     const std::shared_ptr<State> state = m_state;
     while (state->events.empty() && !state->finished) {
         const base::OneShot<std::monostate> arrival = state->waiter.emplace();
-        co_await arrival;
+        static_cast<void>(co_await arrival);
     }
     if (!state->events.empty()) {
         ChatStreamEvent event = std::move(state->events.front());

@@ -8,6 +8,34 @@
 namespace velto::chat
 {
 
+namespace
+{
+
+int runningTools(const ChatMessage &message)
+{
+    return static_cast<int>(std::ranges::count_if(message.parts, [](const MessagePart &part) {
+        const auto *call = std::get_if<ToolCall>(&part.kind);
+        return call != nullptr && call->state == ToolState::Running;
+    }));
+}
+
+// Made once: a stream announces one of them with every delta.
+const QList<int> &textRoles()
+{
+    static const QList<int> roles{MessageListModel::ContentVolumeRole};
+    return roles;
+}
+
+const QList<int> &partRoles()
+{
+    static const QList<int> roles{MessageListModel::PartCountRole,
+                                  MessageListModel::ContentVolumeRole,
+                                  MessageListModel::RunningToolsRole};
+    return roles;
+}
+
+} // namespace
+
 int MessageListModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : count();
@@ -29,6 +57,8 @@ QVariant MessageListModel::data(const QModelIndex &index, int role) const
         return static_cast<double>(message.contentVolume());
     case CreatedAtRole:
         return message.createdAt;
+    case RunningToolsRole:
+        return runningTools(message);
     default:
         return {};
     }
@@ -36,11 +66,9 @@ QVariant MessageListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> MessageListModel::roleNames() const
 {
-    return {{MessageIdRole, "messageId"},
-            {IsUserRole, "isUser"},
-            {PartCountRole, "partCount"},
-            {ContentVolumeRole, "contentVolume"},
-            {CreatedAtRole, "createdAt"}};
+    return {{MessageIdRole, "messageId"}, {IsUserRole, "isUser"},
+            {PartCountRole, "partCount"}, {ContentVolumeRole, "contentVolume"},
+            {CreatedAtRole, "createdAt"}, {RunningToolsRole, "runningTools"}};
 }
 
 void MessageListModel::setMessages(QList<ChatMessage> messages)
@@ -88,10 +116,9 @@ void MessageListModel::apply(const ChatStreamEvent &event, int row)
     ChatMessage &message = m_messages[row];
     const qsizetype partsBefore = message.parts.size();
     applyEvent(event, message);
-    if (message.parts.size() != partsBefore)
-        announce(row, {PartCountRole, ContentVolumeRole});
-    else
-        announce(row, {ContentVolumeRole});
+    const bool onlyText =
+        std::holds_alternative<event::TextDelta>(event) && message.parts.size() == partsBefore;
+    announce(row, onlyText ? textRoles() : partRoles());
 }
 
 void MessageListModel::appendStoppedNote(int row)
@@ -99,7 +126,7 @@ void MessageListModel::appendStoppedNote(int row)
     if (row < 0 || row >= count())
         return;
     chat::appendStoppedNote(m_messages[row]);
-    announce(row, {PartCountRole, ContentVolumeRole});
+    announce(row, partRoles());
 }
 
 void MessageListModel::announce(int row, const QList<int> &roles)

@@ -28,10 +28,17 @@ public:
         PartCountRole,                    ///< int
         ContentVolumeRole,                ///< double: grows with a streamed message
         CreatedAtRole,                    ///< QDateTime
+        RunningToolsRole,                 ///< int: tool calls that have not come to an end
     };
     Q_ENUM(Role)
 
     using QAbstractListModel::QAbstractListModel;
+
+    /// Whether a `dataChanged` with these roles says no more than that the last text became longer.
+    [[nodiscard]] static bool onlyTextGrew(const QList<int> &roles)
+    {
+        return roles.size() == 1 && roles.first() == ContentVolumeRole;
+    }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

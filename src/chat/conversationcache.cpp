@@ -118,6 +118,17 @@ ChatMessage rebuilt(const StoredMessage &message)
                       std::move(parts));
 }
 
+/// What a writer that was killed has left of its half-written file.
+void removeLeftOvers(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString pattern = info.fileName() + QStringLiteral(".??????");
+    QDir directory = info.dir();
+    const QStringList left = directory.entryList({pattern}, QDir::Files | QDir::Hidden);
+    for (const QString &name : left)
+        directory.remove(name);
+}
+
 } // namespace
 
 QString defaultFile()
@@ -137,6 +148,7 @@ void save(const QList<ChatMessage> &messages, const std::optional<QString> &conv
     const auto document = base::json::encode(payload, base::json::Keys::Plain);
     if (!document || !QDir().mkpath(QFileInfo(file).path()))
         return;
+    removeLeftOvers(file);
     QSaveFile target(file);
     if (!target.open(QIODevice::WriteOnly))
         return;
@@ -157,6 +169,7 @@ std::optional<Conversation> load(const QString &file)
 void clear(const QString &file)
 {
     QFile::remove(file);
+    removeLeftOvers(file);
 }
 
 std::optional<Conversation> parse(const QByteArray &document)

@@ -179,6 +179,17 @@ TEST_F(ConversationCacheTest, clearRemovesTheFile)
     EXPECT_FALSE(QFile::exists(file));
 }
 
+TEST_F(ConversationCacheTest, clearLeavesNothingOfAnInterruptedSave)
+{
+    write("{}");
+    QFile half(file + QStringLiteral(".Ab12Cd"));
+    QFile other(home.filePath(QStringLiteral("velto/other.json")));
+    ASSERT_TRUE(half.open(QIODevice::WriteOnly) && other.open(QIODevice::WriteOnly));
+    cache::clear(file);
+    EXPECT_EQ(QFileInfo(file).dir().entryList(QDir::Files | QDir::Hidden),
+              QStringList{text("other.json")});
+}
+
 TEST_F(ConversationCacheTest, onlyTheOwnerCanReadTheFile)
 {
     cache::save({newMessage(ChatMessage::Role::User, {textPart(text("a"))})}, {}, file);

@@ -4,6 +4,7 @@
 #include "presentation/messageparts.h"
 
 #include <QAbstractItemModelTester>
+#include <QCoreApplication>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -31,7 +32,11 @@ protected:
     {
         return parts.data(parts.index(row), role);
     }
-    void apply(const chat::ChatStreamEvent &event) { messages.apply(event, 1); }
+    void apply(const chat::ChatStreamEvent &event)
+    {
+        messages.apply(event, 1);
+        QCoreApplication::processEvents(); // parts follow with the next turn of the loop
+    }
 
     MessageListModel messages;
     MessageParts parts;
@@ -72,6 +77,16 @@ TEST_F(MessagePartsTest, aToolThatEndsChangesItsRow)
     ASSERT_EQ(changed.count(), 1);
     EXPECT_EQ(changed.first().first().toModelIndex().row(), 1);
     EXPECT_EQ(read(1, MessageParts::ToolStateRole).toInt(), int(MessageParts::State::Completed));
+}
+
+TEST_F(MessagePartsTest, partsThatGoBeforeTheyWereShownAreSafe)
+{
+    apply(chat::event::TextDelta{QStringLiteral("a")});
+    messages.apply(chat::event::ToolStart{QStringLiteral("1"), QStringLiteral("clock")}, 1);
+    messages.truncate(1);
+    EXPECT_EQ(read(0, MessageParts::ToolNameRole).toString(), QString());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(parts.rowCount(), 0);
 }
 
 TEST_F(MessagePartsTest, anotherMessageInItsPlaceStartsAfresh)

@@ -5,18 +5,23 @@
 #include "chat/conversationcache.h"
 #include "controls/accessibility.h"
 #include "controls/tokens.h"
+#include "patientsecrets.h"
 #include "platform/colorscheme.h"
-#include "platform/secretstore.h"
 #include "platform/urlopener.h"
 #include "service/apibaseurl.h"
 #include "shell/refusingnetwork.h"
 #include "startuptrace.h"
 #include "terminationsignals.h"
 
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <chrono>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
@@ -35,6 +40,14 @@ void describeApplication()
     QGuiApplication::setApplicationDisplayName(QStringLiteral("velto"));
     QGuiApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("ltd.orbax.velto"));
+}
+
+// The first text waits for the system's fonts to be read, which takes as long as loading the
+// window.
+void readFontsAhead()
+{
+    QThreadPool::globalInstance()->start(
+        [font = QGuiApplication::font()] { (void)QFontInfo(font).exactMatch(); });
 }
 
 void followColorScheme(const platform::ColorScheme &scheme)
@@ -56,6 +69,16 @@ void followColorScheme(const platform::ColorScheme &scheme)
     apply();
 }
 
+void beginAfterFirstFrame(PatientSecrets &secrets, QQuickWindow &window)
+{
+    const auto begin = [&secrets] { secrets.begin(); };
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &window, begin,
+        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
+    // A window that nobody sees draws nothing; the session continues all the same.
+    QTimer::singleShot(std::chrono::milliseconds(500), &window, begin);
+}
+
 QQuickWindow *loadWindow(QQmlApplicationEngine &engine, chat::AppState &state)
 {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -71,10 +94,12 @@ int run(int argc, char **argv)
     const TerminationSignals signals_;
     controls::installAccessibility();
 
-    const auto secrets = platform::makeSystemSecretStore();
+    readFontsAhead();
+
+    PatientSecrets secrets(platform::makeSystemSecretStore());
     platform::URLOpener browser;
     chat::AppState state(
-        {*secrets, browser, service::apiBaseURL(), chat::conversationcache::defaultFile()});
+        {secrets, browser, service::apiBaseURL(), chat::conversationcache::defaultFile()});
     // Ahead of the window, so that the cached conversation is in its first frame.
     state.startBootstrap();
 
@@ -82,10 +107,13 @@ int run(int argc, char **argv)
     QQmlApplicationEngine engine;
     engine.setNetworkAccessManagerFactory(&network);
     QQuickWindow *window = loadWindow(engine, state);
-    if (window == nullptr)
+    if (window == nullptr) {
+        secrets.begin(); // whoever waits there has to end
         return EXIT_FAILURE;
+    }
     if (QGuiApplication::arguments().contains(QLatin1String("--trace-startup")))
         traceFirstFrame(*window);
+    beginAfterFirstFrame(secrets, *window);
     const auto scheme = platform::makeSystemColorScheme();
     followColorScheme(*scheme);
     return QGuiApplication::exec();

@@ -103,9 +103,8 @@ MessageParts::Shown MessageParts::shown(const MessagePart &part)
 void MessageParts::synchronise()
 {
     const ChatMessage *source = message();
-    if (source == nullptr)
-        return; // the row is about to go
-    const QList<MessagePart> &parts = source->parts;
+    static const QList<MessagePart> none;
+    const QList<MessagePart> &parts = source != nullptr ? source->parts : none;
     const auto sameId = [](const Shown &a, const MessagePart &b) { return a.id == b.id; };
     const bool grew = m_shown.size() <= parts.size() &&
                       std::equal(m_shown.cbegin(), m_shown.cend(), parts.cbegin(), sameId);

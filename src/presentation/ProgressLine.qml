@@ -3,7 +3,6 @@
 
 import QtQuick
 import Velto.Controls
-import Velto.Presentation
 
 /// What the agent is busy with.
 Item {

@@ -44,7 +44,7 @@ SPDX_SUFFIXES = {".cpp", ".h", ".qml", ".py", ".sh", ".cmake", ".in"}
 SPDX_NAMES = {"CMakeLists.txt", "Makefile"}
 TEXT_SUFFIXES = SPDX_SUFFIXES | {".md", ".txt", ".json", ".ini", ".desktop", ".xml", ".service"}
 SKIPPED_FOLDERS = {".git", "build", "node_modules", "__pycache__"}
-MACHINE_PATH = re.compile(r"(?<![\w.$}~*-])/(home/(?!someone\b)|root/|Users/|work/|mnt/)\w")
+MACHINE_PATH = re.compile(r"(?<![\w.$}~*-])/(home/(?!someone\b)|root/|Users/|mnt/)\w")
 SKIPPED_TEST = re.compile(r"\b(GTEST_SKIP|QSKIP|DISABLED_\w+|QEXPECT_FAIL)\b")
 COLOR_NAMES = set("""aliceblue antiquewhite aqua azure beige black blue brown coral crimson cyan
 darkblue darkgray darkgreen darkgrey darkred dimgray firebrick fuchsia gold gray green grey hotpink

@@ -17,10 +17,10 @@ bool isUsable(const QUrl &url)
 
 QUrl baseURLFrom(const QByteArray &environmentValue)
 {
-    const QUrl chosen(QString::fromUtf8(environmentValue), QUrl::StrictMode);
+    QUrl chosen(QString::fromUtf8(environmentValue), QUrl::StrictMode);
     if (isUsable(chosen))
         return chosen;
-    const QUrl preset(QStringLiteral(VELTO_DEFAULT_BASE_URL), QUrl::StrictMode);
+    QUrl preset(QStringLiteral(VELTO_DEFAULT_BASE_URL), QUrl::StrictMode);
     if (!isUsable(preset))
         qFatal("The default base URL of this build is not a URL: %s", VELTO_DEFAULT_BASE_URL);
     return preset;

@@ -49,7 +49,7 @@ QCoro::Task<base::Result<QByteArray>> Transfer::read()
     while (m_unread.isEmpty() && !m_isOver) {
         m_waitingRead.emplace();
         const base::OneShot<bool> arrival = *m_waitingRead;
-        co_await arrival;
+        static_cast<void>(co_await arrival);
     }
     if (!m_unread.isEmpty())
         co_return std::exchange(m_unread, {});

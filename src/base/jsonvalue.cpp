@@ -63,7 +63,8 @@ bool isRefusedNumber(simdjson::error_code error)
 
 simdjson::simdjson_result<dom::element> parsed(QByteArrayView text)
 {
-    return sharedParser().parse(text.data(), static_cast<std::size_t>(text.size()));
+    const char *bytes = text.isEmpty() ? "" : text.data(); // it copies even nothing
+    return sharedParser().parse(bytes, static_cast<std::size_t>(text.size()));
 }
 
 // A dom::element is a reference into a tape and a position on it; Value carries just these two.

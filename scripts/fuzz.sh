@@ -12,7 +12,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 "$VELTO_SOURCE_DIR/scripts/install-packages.sh" build lint
-configure_and_build fuzz
+configure_and_build fuzz fuzz_targets
 cd "$VELTO_SOURCE_DIR/build/fuzz"
 if [[ $# == 0 ]]; then
     mapfile -t TARGETS < <(find fuzz -maxdepth 1 -type f -executable -name 'fuzz_*' -printf '%f\n' | sort)

@@ -3,10 +3,12 @@
 
 #include "chat/conversationcache.h"
 
+#include <QElapsedTimer>
+
 #include <cstdio>
 
 /// Writes two conversations of different size to the file argv[1], in turn and for ever, and says
-/// so when both have stood once.
+/// how many nanoseconds a round took once both have stood.
 int main(int argc, char **argv)
 {
     using namespace velto::chat;
@@ -21,9 +23,11 @@ int main(int argc, char **argv)
     };
     const QList<ChatMessage> small = conversation(1, u'a');
     const QList<ChatMessage> large = conversation(200, u'b');
+    QElapsedTimer round;
+    round.start();
     conversationcache::save(large, QStringLiteral("large"), file);
     conversationcache::save(small, QStringLiteral("small"), file);
-    std::puts("writing");
+    std::printf("%lld\n", static_cast<long long>(round.nsecsElapsed()));
     std::fflush(stdout);
     while (true) {
         conversationcache::save(large, QStringLiteral("large"), file);

@@ -220,10 +220,12 @@ TEST_F(ConversationCacheTest, isWholeHoweverOftenTheWriterIsKilled)
         QProcess writer;
         writer.start(QStringLiteral(CACHE_WRITER), {file});
         ASSERT_TRUE(writer.waitForReadyRead());
-        // Lets the kill land at another moment of the write each time.
+        const qint64 roundTime = writer.readLine().trimmed().toLongLong();
+        ASSERT_GT(roundTime, 0);
+        // Lets the kill land at another moment of the writer's round each time.
         QElapsedTimer moment;
         moment.start();
-        while (moment.nsecsElapsed() < round % 40 * 100'000) {
+        while (moment.nsecsElapsed() < roundTime * (round % 40) / 30) {
         }
         writer.kill();
         ASSERT_TRUE(writer.waitForFinished());

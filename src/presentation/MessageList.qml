@@ -15,15 +15,7 @@ Item {
     property real topPadding: 28
     property real bottomPadding: 96
 
-    property bool opened: false
-
     readonly property real rowWidth: Math.min(720, width - 2 * 28)
-
-    Component.onCompleted: {
-        list.positionViewAtEnd();
-        opened = true;
-        follower.jump();
-    }
 
     function scrollToEnd(animated: bool): void {
         const start = list.contentY;
@@ -55,8 +47,9 @@ Item {
         Accessible.name: qsTr("Messages")
         Accessible.role: Accessible.List
         activeFocusOnTab: count > 0
+        anchors.fill: parent
         boundsBehavior: Flickable.StopAtBounds
-        cacheBuffer: 0
+        cacheBuffer: 200
         clip: true
         currentIndex: -1
         keyNavigationEnabled: false
@@ -74,10 +67,6 @@ Item {
                 to: 1
             }
         }
-        // No room until it stands at the end: rows at the beginning would be made for nothing.
-        height: root.opened ? root.height : 0
-        width: root.width
-
         delegate: Item {
             id: row
 
@@ -155,6 +144,7 @@ Item {
         sticking: root.stickToBottom
         view: list
 
+        Component.onCompleted: jump()
         onFollowed: slide.stop()
         onLastMessageChanged: root.jumpToLatest()
     }

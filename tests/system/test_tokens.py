@@ -34,7 +34,7 @@ def written_forms(secret):
 
 class Expiry(SystemTest):
     def test_a_chat_goes_on_when_the_access_token_expires(self):
-        service, velto = self.start_signed_in(access_token_seconds=1)
+        service, velto = self.start_signed_in(access_token_seconds=4)
         for index in range(3):
             first = desktop.stored_token()
             before = velto.count(ROTATED)
@@ -51,11 +51,11 @@ class Expiry(SystemTest):
             self.assertGreater(velto.count(ROTATED), before)
             self.assertNotEqual(desktop.stored_token(), first)
         self.assertEqual(velto.count(PRESENTING), velto.count(ROTATED))
-        velto.wait_for_line(f"{ROTATED}{desktop.stored_token()[-8:]}, access expires_in=1s")
+        velto.wait_for_line(f"{ROTATED}{desktop.stored_token()[-8:]}, access expires_in=4s")
         self.assertIsNone(velto.find(name=SIGN_IN))
 
     def test_a_revoked_grant_leads_to_the_sign_in_screen(self):
-        service, velto = self.start_signed_in(access_token_seconds=1)
+        service, velto = self.start_signed_in(access_token_seconds=4)
         velto.send("hello")
         velto.wait_for_text("> hello")
         velto.wait_for_answer()
@@ -79,7 +79,7 @@ class Hygiene(SystemTest):
     def setUp(self):
         super().setUp()
         self.secrets = {}
-        self.service = self.start_service(access_token_seconds=1)
+        self.service = self.start_service(access_token_seconds=4)
         self.proxy = RecordingProxy(self.service.port)
         self.addCleanup(self.proxy.close)
         self.trap = Trap()

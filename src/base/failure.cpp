@@ -100,6 +100,8 @@ QString describe(const TransportError &error)
         return tr("The service redirected too many times.");
     case TransportError::Kind::InsecureRedirect:
         return tr("The service redirected to an address that is not secure.");
+    case TransportError::Kind::CannotDecodeContentData:
+        return tr("The content can't be decoded.");
     case TransportError::Kind::Other:
         return withDetail(tr("The request could not be carried out."), error.detail);
     }

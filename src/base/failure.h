@@ -69,7 +69,8 @@ struct TransportError
         ConnectionLost,
         SecureConnectionFailed,
         TooManyRedirects,
-        InsecureRedirect, ///< From https to http, which is never followed.
+        InsecureRedirect,        ///< From https to http, which is never followed.
+        CannotDecodeContentData, ///< An answer that is not the picture it should be.
         Other,
     };
     Kind kind = Kind::Other;

@@ -50,12 +50,13 @@ base::Result<HTTPRequest> APIClient::build(QByteArray method, const QString &pat
 
 QCoro::Task<base::Result<HTTPResponse>> APIClient::request(QByteArray method, QString path,
                                                            std::optional<QByteArray> body,
-                                                           std::optional<QByteArray> contentType)
+                                                           std::optional<QByteArray> contentType,
+                                                           std::stop_token stop)
 {
     const base::Result<HTTPRequest> first = build(method, path, body, contentType);
     if (!first)
         co_return tl::unexpected(first.error());
-    base::Result<HTTPResponse> response = co_await m_transport.send(*first);
+    base::Result<HTTPResponse> response = co_await m_transport.send(*first, stop);
     if (!response || response->head.status != 401)
         co_return response;
 
@@ -66,15 +67,17 @@ QCoro::Task<base::Result<HTTPResponse>> APIClient::request(QByteArray method, QS
     const base::Result<HTTPRequest> second = build(method, path, body, contentType);
     if (!second)
         co_return tl::unexpected(second.error());
-    co_return co_await m_transport.send(*second);
+    co_return co_await m_transport.send(*second, stop);
 }
 
 QCoro::Task<base::Result<QByteArray>> APIClient::send(QByteArray method, QString path,
                                                       std::optional<QByteArray> body,
-                                                      std::optional<QByteArray> contentType)
+                                                      std::optional<QByteArray> contentType,
+                                                      std::stop_token stop)
 {
-    const base::Result<HTTPResponse> response = co_await request(
-        std::move(method), std::move(path), std::move(body), std::move(contentType));
+    const base::Result<HTTPResponse> response =
+        co_await request(std::move(method), std::move(path), std::move(body),
+                         std::move(contentType), std::move(stop));
     if (!response)
         co_return tl::unexpected(response.error());
     const int status = response->head.status;

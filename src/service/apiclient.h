@@ -11,6 +11,7 @@
 #include <QObject>
 
 #include <optional>
+#include <stop_token>
 
 namespace velto::service
 {
@@ -40,15 +41,16 @@ public:
                                                   std::optional<QByteArray> body,
                                                   std::optional<QByteArray> contentType) const;
 
-    /// Any answer, of whatever status, but a first 401: that is refreshed and asked again, once.
+    /// Any answer, of whatever status, but a first 401: that is refreshed and asked again, once. A
+    /// refresh is for everybody: `stop` ends the request before or after it, not the refresh.
     [[nodiscard]] QCoro::Task<base::Result<HTTPResponse>>
     request(QByteArray method, QString path, std::optional<QByteArray> body = {},
-            std::optional<QByteArray> contentType = {});
+            std::optional<QByteArray> contentType = {}, std::stop_token stop = {});
 
     /// The body of an answer in 200 to 299; fails with `APIError` for any other status.
     [[nodiscard]] QCoro::Task<base::Result<QByteArray>>
     send(QByteArray method, QString path, std::optional<QByteArray> body = {},
-         std::optional<QByteArray> contentType = {});
+         std::optional<QByteArray> contentType = {}, std::stop_token stop = {});
 
     /// `send` with a record in snake case; the answer's body is dropped.
     template<typename T>
@@ -66,9 +68,10 @@ public:
     /// `send` and the shared decoder.
     template<typename T>
     [[nodiscard]] QCoro::Task<base::Result<T>> read(QByteArray method, QString path,
-                                                    std::optional<QByteArray> body = {})
+                                                    std::optional<QByteArray> body = {},
+                                                    std::stop_token stop = {})
     {
-        const auto data = co_await send(method, path, std::move(body));
+        const auto data = co_await send(method, path, std::move(body), {}, std::move(stop));
         if (!data)
             co_return tl::unexpected(data.error());
         co_return base::json::decode<T>(*data, base::json::Keys::Snake);

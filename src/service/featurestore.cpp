@@ -17,6 +17,29 @@ void FeatureStore::reset()
     setActionError({});
 }
 
+QCoro::Task<void> FeatureStore::load(Work work)
+{
+    const QPointer<FeatureStore> self(this);
+    setLoading(true);
+    setLoadError({});
+    const base::Result<void> done = co_await work();
+    if (!self)
+        co_return;
+    if (!done)
+        setLoadError(base::description(done.error()));
+    setLoading(false);
+}
+
+QCoro::Task<bool> FeatureStore::change(Work work)
+{
+    const QPointer<FeatureStore> self(this);
+    setActionError({});
+    const base::Result<void> done = co_await work();
+    if (!done && self)
+        setActionError(base::description(done.error()));
+    co_return done.has_value();
+}
+
 void FeatureStore::setLoading(bool loading)
 {
     if (std::exchange(m_isLoading, loading) != loading)

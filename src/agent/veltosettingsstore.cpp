@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "agent/veltosettingsstore.h"
+
+namespace velto::agent
+{
+
+using base::Result;
+using service::LibraryKind;
+using Engine = ModelOption::Engine;
+
+VeltoSettingsStore::VeltoSettingsStore(service::APIClient &api, QObject *parent)
+    : FeatureStore(api, parent)
+{
+    m_rows.assign(agent::integrationRows({}));
+}
+
+VeltoSettingsStore::Source<AppSettings> VeltoSettingsStore::settingsSource()
+{
+    return get<AppSettings>(QStringLiteral("/v1/settings"), [this](AppSettings answer) {
+        assign(m_settings, std::move(answer), &VeltoSettingsStore::settingsChanged);
+    });
+}
+
+VeltoSettingsStore::Source<QList<LibrarySkill>> VeltoSettingsStore::skillsSource()
+{
+    return get<QList<LibrarySkill>>(
+        QStringLiteral("/v1/settings/skills"),
+        [this](QList<LibrarySkill> answer) { m_skills.assign(std::move(answer)); });
+}
+
+VeltoSettingsStore::Source<QList<LibrarySubagent>> VeltoSettingsStore::subagentsSource()
+{
+    return get<QList<LibrarySubagent>>(
+        QStringLiteral("/v1/settings/subagents"),
+        [this](QList<LibrarySubagent> answer) { m_subagents.assign(std::move(answer)); });
+}
+
+QCoro::Task<void> VeltoSettingsStore::loadAgent()
+{
+    const auto keepConfig = [this](AgentConfig answer) {
+        assign(m_agentConfig, std::move(answer), &VeltoSettingsStore::agentConfigChanged);
+    };
+    return load(get<AgentConfig>(QStringLiteral("/v1/agent/config"), keepConfig), settingsSource());
+}
+
+QCoro::Task<void> VeltoSettingsStore::loadLibrary()
+{
+    return load(skillsSource(), subagentsSource());
+}
+
+QCoro::Task<void> VeltoSettingsStore::loadTools()
+{
+    const auto keepTools = [this](VeltoToolCatalog answer) {
+        assign(m_tools, std::move(answer), &VeltoSettingsStore::toolsChanged);
+    };
+    return load(get<VeltoToolCatalog>(QStringLiteral("/v1/velto/tools"), keepTools));
+}
+
+QCoro::Task<void> VeltoSettingsStore::loadIntegrations()
+{
+    return load([this] { return askEachProvider(); });
+}
+
+VeltoSettingsStore::Reply<void> VeltoSettingsStore::askEachProvider()
+{
+    const QPointer<VeltoSettingsStore> self(this);
+    Integrations found;
+    for (const IntegrationProvider provider : integrationProviders()) {
+        const auto status = co_await api().integrationStatus<IntegrationStatus>(rawValue(provider));
+        if (!self)
+            co_return Result<void>{};
+        if (status)
+            found.insert(provider, *status);
+    }
+    setIntegrations(std::move(found));
+    co_return Result<void>{};
+}
+
+QCoro::Task<bool> VeltoSettingsStore::disconnectIntegration(IntegrationProvider provider)
+{
+    const QString name = rawValue(provider);
+    const auto ask = [this, name](const std::stop_token &) {
+        return api().integrationStatus<IntegrationStatus>(name);
+    };
+    const auto keep = [this, provider](const IntegrationStatus &answer) {
+        Integrations changed = m_integrations;
+        changed.insert(provider, answer);
+        setIntegrations(std::move(changed));
+    };
+    return change([this, name] { return api().disconnectIntegration(name); },
+                  Source<IntegrationStatus>{ask, keep});
+}
+
+QCoro::Task<bool> VeltoSettingsStore::setSkillEnabled(QString id, bool enabled)
+{
+    return change([=, this] { return api().setLibraryEnabled(LibraryKind::Skills, id, enabled); },
+                  skillsSource());
+}
+
+QCoro::Task<bool> VeltoSettingsStore::deleteSkill(QString id)
+{
+    return change([=, this] { return api().deleteLibraryItem(LibraryKind::Skills, id); },
+                  skillsSource());
+}
+
+QCoro::Task<bool> VeltoSettingsStore::setSubagentEnabled(QString id, bool enabled)
+{
+    return change(
+        [=, this] { return api().setLibraryEnabled(LibraryKind::Subagents, id, enabled); },
+        subagentsSource());
+}
+
+QCoro::Task<bool> VeltoSettingsStore::deleteSubagent(QString id)
+{
+    return change([=, this] { return api().deleteLibraryItem(LibraryKind::Subagents, id); },
+                  subagentsSource());
+}
+
+QCoro::Task<bool> VeltoSettingsStore::saveModel(QString id, Engine engine,
+                                                std::optional<QString> slug)
+{
+    return change([=, this] {
+        setSavedNotice({});
+        return sendModel(id, engine, slug);
+    });
+}
+
+VeltoSettingsStore::Reply<void> VeltoSettingsStore::sendModel(QString id, Engine engine,
+                                                              std::optional<QString> slug)
+{
+    const QPointer<VeltoSettingsStore> self(this);
+    const QString claude = rawValue(Engine::Claude);
+    Source<AppSettings> saved = settingsSource();
+    if (engine == Engine::Codex) {
+        saved.request = [this, id](const std::stop_token &) {
+            return api().saveSettings<AppSettings>(rawValue(Engine::Codex), id);
+        };
+    } else {
+        if (m_settings && m_settings->provider.value_or(claude) != claude) {
+            const auto switched = co_await api().saveSettings<AppSettings>(claude, {});
+            if (!switched)
+                co_return tl::unexpected(switched.error());
+        }
+        if (slug && self) {
+            const auto sent = co_await api().setAdminWorkspaceModel(*slug, id);
+            if (!sent)
+                co_return sent;
+        }
+    }
+    if (!self)
+        co_return Result<void>{};
+    const Result<void> done = co_await fetch(saved);
+    if (done && self)
+        setSavedNotice(tr("Saved"));
+    co_return done;
+}
+
+void VeltoSettingsStore::startSaveModel(const QString &selectionKey, const QString &slug)
+{
+    if (const auto option = optionForKey(selectionKey))
+        saveModel(option->id, option->engine, slug.isEmpty() ? std::nullopt : std::optional(slug));
+}
+
+void VeltoSettingsStore::reset()
+{
+    FeatureStore::reset();
+    assign(m_agentConfig, {}, &VeltoSettingsStore::agentConfigChanged);
+    assign(m_settings, {}, &VeltoSettingsStore::settingsChanged);
+    m_skills.assign({});
+    m_subagents.assign({});
+    assign(m_tools, {}, &VeltoSettingsStore::toolsChanged);
+    setIntegrations({});
+    setSavedNotice({});
+}
+
+void VeltoSettingsStore::setIntegrations(Integrations integrations)
+{
+    m_rows.assign(agent::integrationRows(integrations));
+    assign(m_integrations, std::move(integrations), &VeltoSettingsStore::integrationsChanged);
+}
+
+void VeltoSettingsStore::setSavedNotice(std::optional<QString> notice)
+{
+    assign(m_savedNotice, std::move(notice), &VeltoSettingsStore::savedNoticeChanged);
+}
+
+} // namespace velto::agent

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QVariant>
+
+#include <concepts>
+#include <optional>
+
+namespace velto::base
+{
+
+/// A std::optional that a property of type QVariant can show to QML: `undefined` when absent.
+template<typename T>
+class Optional final : public std::optional<T>
+{
+    using Plain = std::optional<T>;
+
+public:
+    using Plain::Plain;
+    using Plain::operator=;
+    Optional(Plain value)
+        : Plain(std::move(value))
+    {}
+
+    operator QVariant() const { return *this ? QVariant::fromValue(**this) : QVariant(); }
+
+    [[nodiscard]] const Plain &plain() const { return *this; }
+
+    // The comparisons of std::optional are ambiguous for a type that converts to something else.
+    friend bool operator==(const Optional &a, const Optional &b) { return a.plain() == b.plain(); }
+    template<typename U>
+    requires(!std::derived_from<U, Plain>) friend bool operator==(const Optional &a, const U &b)
+    {
+        return a.plain() == b;
+    }
+};
+
+} // namespace velto::base

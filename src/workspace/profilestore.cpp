@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "workspace/profilestore.h"
+
+#include "workspace/adminrecords.h"
+
+namespace velto::workspace
+{
+
+using base::Result;
+
+QCoro::Task<void> ProfileStore::load()
+{
+    return FeatureStore::load([this] { return fetchAndProbe(); });
+}
+
+ProfileStore::Reply<void> ProfileStore::fetchAndProbe()
+{
+    const QPointer<ProfileStore> self(this);
+    const auto keep = [this](UserProfile answer) {
+        assign(m_profile, std::move(answer), &ProfileStore::profileChanged);
+    };
+    const Source<UserProfile> source = get<UserProfile>(QStringLiteral("/v1/me/profile"), keep);
+    const Result<void> fetched = co_await fetch(source);
+    if (!self)
+        co_return Result<void>{};
+    // Reported here, since the probe may take its time.
+    if (!fetched)
+        setLoadError(base::description(fetched.error()));
+    co_await probeSuperAdmin();
+    co_return Result<void>{};
+}
+
+QCoro::Task<void> ProfileStore::probeSuperAdmin()
+{
+    if (m_isSuperAdmin)
+        co_return;
+    const QPointer<ProfileStore> self(this);
+    const auto answer =
+        co_await api().read<AdminOverview>("GET", QStringLiteral("/v1/admin/overview"));
+    if (!self)
+        co_return;
+    const auto *refusal = answer ? nullptr : std::get_if<base::APIError>(&answer.error());
+    if (answer)
+        assign(m_isSuperAdmin, true, &ProfileStore::isSuperAdminChanged);
+    else if (refusal != nullptr && refusal->status == 403)
+        assign(m_isSuperAdmin, false, &ProfileStore::isSuperAdminChanged);
+}
+
+void ProfileStore::reset()
+{
+    FeatureStore::reset();
+    assign(m_profile, {}, &ProfileStore::profileChanged);
+}
+
+} // namespace velto::workspace

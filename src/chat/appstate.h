@@ -66,6 +66,11 @@ class AppState final : public QObject
     Q_PROPERTY(int focusInputRequest READ focusInputRequest NOTIFY focusInputRequestChanged FINAL)
     Q_PROPERTY(int focusHistorySearchRequest READ focusHistorySearchRequest NOTIFY
                    focusHistorySearchRequestChanged FINAL)
+    Q_PROPERTY(velto::agent::VeltoSettingsStore *veltoSettings READ veltoSettings CONSTANT FINAL)
+    Q_PROPERTY(velto::agent::MarketplaceStore *marketplace READ marketplace CONSTANT FINAL)
+    Q_PROPERTY(velto::workspace::WorkspaceStore *workspace READ workspaceStore CONSTANT FINAL)
+    Q_PROPERTY(velto::workspace::AdminStore *admin READ admin CONSTANT FINAL)
+    Q_PROPERTY(velto::workspace::ProfileStore *profile READ profile CONSTANT FINAL)
     Q_PROPERTY(Section selectedSection READ selectedSection WRITE setSelectedSection NOTIFY
                    selectedSectionChanged FINAL)
 
@@ -129,11 +134,11 @@ public:
     [[nodiscard]] auth::AuthClient &auth() { return m_auth; }
     [[nodiscard]] service::APIClient &api() { return m_api; }
     [[nodiscard]] ChatStream &chat() { return m_chat; }
-    [[nodiscard]] agent::VeltoSettingsStore &veltoSettings() { return m_veltoSettings; }
-    [[nodiscard]] agent::MarketplaceStore &marketplace() { return m_marketplace; }
-    [[nodiscard]] workspace::WorkspaceStore &workspaceStore() { return m_workspace; }
-    [[nodiscard]] workspace::AdminStore &admin() { return m_admin; }
-    [[nodiscard]] workspace::ProfileStore &profile() { return m_profile; }
+    [[nodiscard]] agent::VeltoSettingsStore *veltoSettings() { return &m_veltoSettings; }
+    [[nodiscard]] agent::MarketplaceStore *marketplace() { return &m_marketplace; }
+    [[nodiscard]] workspace::WorkspaceStore *workspaceStore() { return &m_workspace; }
+    [[nodiscard]] workspace::AdminStore *admin() { return &m_admin; }
+    [[nodiscard]] workspace::ProfileStore *profile() { return &m_profile; }
 
     void setInputDraft(const QString &draft);
     void setPromptSuggestion(const QString &suggestion);
@@ -163,7 +168,7 @@ public:
     QCoro::Task<void> stepConversation(int offset);
     QCoro::Task<void> renameConversation(QString id, QString title);
     QCoro::Task<void> deleteConversation(QString id);
-    /// Absent on success, else why it failed.
+    /// Absent on success, else why it failed. Success includes the attempt to load the profile.
     QCoro::Task<std::optional<QString>> switchWorkspace(QString workspaceId);
     void applyMe(service::Me me);
     /// "new" opens an empty chat, "chat" a conversation; anything else is dropped.

@@ -225,6 +225,7 @@ QCoro::Task<std::optional<QString>> AppState::switchWorkspace(QString workspaceI
     if (!me)
         co_return base::description(me.error());
     applyMe(std::move(*me));
+    co_await m_profile.load();
     co_return std::nullopt;
 }
 

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "service/imagefetch.h"
+
+namespace velto::service
+{
+namespace
+{
+
+using base::TransportError;
+
+base::Result<void> checkSize(qint64 size, const ImageFetchLimits &limits)
+{
+    if (size <= limits.bytes)
+        return {};
+    return base::fail(TransportError{
+        TransportError::Kind::Other,
+        QStringLiteral("a picture of more than %1 MiB").arg(limits.bytes / (1024 * 1024))});
+}
+
+HTTPRequest requestFor(const QUrl &url, const ImageFetchLimits &limits)
+{
+    HTTPRequest request;
+    request.url = url;
+    request.headers = {{"Accept", "image/*"}};
+    request.timeout = limits.timeout;
+    return request;
+}
+
+} // namespace
+
+QCoro::Task<base::Result<HTTPResponse>> fetchImage(Transport &transport, QUrl url,
+                                                   ImageFetchLimits limits, std::stop_token stop)
+{
+    base::Result<HTTPStream> stream =
+        co_await transport.open(requestFor(url, limits), std::move(stop));
+    if (!stream)
+        co_return tl::unexpected(stream.error());
+    HTTPResponse response;
+    response.head = stream->head();
+    const qint64 promised = response.head.header("Content-Length").value_or("0").toLongLong();
+    if (const auto fits = checkSize(promised, limits); !fits)
+        co_return tl::unexpected(fits.error());
+    for (;;) {
+        const base::Result<QByteArray> bytes = co_await stream->read();
+        if (!bytes)
+            co_return tl::unexpected(bytes.error());
+        if (bytes->isEmpty())
+            co_return response;
+        response.body += *bytes;
+        if (const auto fits = checkSize(response.body.size(), limits); !fits)
+            co_return tl::unexpected(fits.error());
+    }
+}
+
+bool forbidsStoring(const HTTPHead &head)
+{
+    return head.header("Cache-Control").value_or("").toLower().contains("no-store");
+}
+
+} // namespace velto::service

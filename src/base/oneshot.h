@@ -3,6 +3,9 @@
 
 #pragma once
 
+// Qt's moc can't read <coroutine> as the first header of all.
+#include <QtGlobal>
+
 #include <coroutine>
 #include <memory>
 #include <optional>

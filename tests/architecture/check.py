@@ -22,7 +22,8 @@ ARROWS = {
     "chat": ["auth", "agent", "workspace"],
     "controls": ["base"],
     "markdown/model": [],
-    "markdown": ["markdown/model", "controls"],
+    "markdown/images": ["base"],
+    "markdown": ["markdown/model", "markdown/images", "controls"],
     "presentation": ["chat", "markdown", "controls"],
     "agent/screens": ["chat", "markdown", "controls"],
     "workspace/screens": ["chat", "markdown", "controls"],
@@ -32,7 +33,7 @@ ARROWS = {
 }
 # These link without Qt Quick, so that they can be tested and measured without a window.
 WINDOWLESS = ["base", "platform", "service", "auth", "agent", "workspace", "chat",
-              "markdown/model", "local"]
+              "markdown/model", "markdown/images", "local"]
 # Libraries that stay behind the interface of these rooms.
 OWNED_HEADERS = {
     r"curl/": ["service"],

@@ -41,8 +41,8 @@ class DefaultNetworkImageLoader final : public NetworkImageLoader
 public:
     struct Settings
     {
-        ImageByteCacheSettings files;
-        DecodingLimits decoding;
+        ImageByteCacheSettings files = {};
+        DecodingLimits decoding = {};
         /// Together with the limit on one download this bounds what all of them hold in memory.
         int requestsAtOnce = 8;
     };

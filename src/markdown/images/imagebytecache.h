@@ -22,7 +22,7 @@ struct ImageByteCacheSettings
     qint64 memoryCapacity = qint64(10) * 1024 * 1024;
     qint64 diskCapacity = qint64(100) * 1024 * 1024;
     /// Absent: nothing on disk.
-    std::optional<QString> directory;
+    std::optional<QString> directory = {};
 };
 
 /// "velto/images" in the user's folder for caches.

@@ -41,6 +41,11 @@ std::string apply(CommandLine &line, const std::string &name, const std::string 
         return readNumber(value, 0, 100'000, service.tokenRate)
                    ? ""
                    : "a rate is 0 to 100000 deltas a second";
+    if (name == "--as") {
+        const auto role = roleFrom(value);
+        service.signInAs = role.value_or(service.signInAs);
+        return role ? "" : "a role is owner, admin or member";
+    }
     if (value.empty())
         return "the path is empty";
     (name == "--data" ? service.dataFolder : line.portFile) = value;
@@ -50,7 +55,7 @@ std::string apply(CommandLine &line, const std::string &name, const std::string 
 bool takesValue(const std::string &name)
 {
     return name == "--port" || name == "--data" || name == "--access-token-seconds" ||
-           name == "--token-rate" || name == "--port-file";
+           name == "--token-rate" || name == "--port-file" || name == "--as";
 }
 
 } // namespace
@@ -64,6 +69,10 @@ tl::expected<CommandLine, std::string> parseCommandLine(const std::vector<std::s
         const std::string name = arguments[i].substr(0, equals);
         if (arguments[i] == "--help" || arguments[i] == "--version") {
             (name == "--help" ? line.help : line.version) = true;
+            continue;
+        }
+        if (arguments[i] == "--reset") {
+            line.service.reset = true;
             continue;
         }
         if (!takesValue(name))
@@ -88,6 +97,8 @@ A service on this computer that the velto client can talk to.
 
   --port N                  listen on 127.0.0.1:N (default 7717; 0: the system chooses)
   --data DIR                keep the data in DIR (default $XDG_DATA_HOME/velto-local)
+  --reset                   begin with fresh data
+  --as ROLE                 who signs in: owner (default), admin or member
   --access-token-seconds N  lifetime of an access token (default 900)
   --token-rate N            pieces of an answer per second (default 80; 0: no limit)
   --port-file FILE          write the port to FILE once the service answers

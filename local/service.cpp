@@ -3,13 +3,24 @@
 
 #include "local/service.h"
 
+#include "local/admin/console.h"
 #include "local/agent/chatendpoint.h"
 #include "local/agent/demoagent.h"
 #include "local/auth/authorizeendpoint.h"
 #include "local/auth/tokenendpoint.h"
+#include "local/company/invites.h"
+#include "local/company/members.h"
+#include "local/company/people.h"
+#include "local/company/workspaces.h"
 #include "local/http/server.h"
+#include "local/library/library.h"
+#include "local/library/marketplace.h"
+#include "local/library/settings.h"
 #include "local/routes.h"
+#include "local/seed/company.h"
+#include "local/seed/plant.h"
 #include "local/store/conversationendpoint.h"
+#include "local/store/datafolder.h"
 
 #include <ctime>
 #include <thread>
@@ -19,26 +30,67 @@ namespace velto::local
 
 struct Service::Parts
 {
-    Parts(std::unique_ptr<Database> opened, const ServiceOptions &options)
-        : database(std::move(opened))
+    Parts(std::unique_ptr<DataFolder> held, std::unique_ptr<Database> opened,
+          const ServiceOptions &options)
+        : folder(std::move(held))
+        , database(std::move(opened))
         , grants(*database, options.clock, options.accessTokenSeconds)
         , consents(options.clock)
         , conversations(*database, options.clock)
         , agent(options.tokenRate)
-        , authorize(grants, consents)
+        , audit(*database, options.clock)
+        , integrations(*database, audit)
+        , people(*database, audit, integrations)
+        , workspaces(*database)
+        , members(*database, audit)
+        , invites(*database, options.clock, audit)
+        , tools(*database, integrations)
+        , settings(*database, options.clock, audit, tools)
+        , skills(Library::Kind::Skills, *database, options.clock, audit)
+        , subagents(Library::Kind::Subagents, *database, options.clock, audit)
+        , marketplace(*database, options.clock, audit, integrations)
+        , usage(*database, options.clock)
+        , console(*database, options.clock, audit, usage)
+        , authorize(grants, consents, signer(options.signInAs))
         , token(grants)
         , history(conversations)
-        , chat(conversations, agent)
-        , routes(makeRoutes({authorize, token, history, chat}))
+        , chat(conversations, agent, settings, usage)
+        , routes(makeRoutes({authorize, token, people, workspaces, members, invites, audit,
+                             settings, skills, subagents, tools, integrations, marketplace, console,
+                             history, chat}))
         , server(
-              routes, [this](const std::string &text) { return grants.accepts(text); }, options.log)
+              routes, [this](const std::string &text) { return callerWith(text); }, options.log)
     {}
 
+    [[nodiscard]] Person signer(Role role) const
+    {
+        return people.person(std::string(seed::userWithRole(role))).value_or(Person{});
+    }
+    [[nodiscard]] std::optional<Caller> callerWith(const std::string &accessToken) const
+    {
+        const auto user = grants.userOf(accessToken);
+        return user ? people.callerOf(*user) : std::nullopt;
+    }
+
+    std::unique_ptr<DataFolder> folder;
     std::unique_ptr<Database> database;
     GrantStore grants;
     ConsentRequests consents;
     ConversationStore conversations;
     DemoAgent agent;
+    AuditLog audit;
+    Integrations integrations;
+    People people;
+    Workspaces workspaces;
+    Members members;
+    Invites invites;
+    ToolCatalog tools;
+    Settings settings;
+    Library skills;
+    Library subagents;
+    Marketplace marketplace;
+    UsageLedger usage;
+    Console console;
     AuthorizeEndpoint authorize;
     TokenEndpoint token;
     ConversationEndpoint history;
@@ -64,23 +116,19 @@ Service::~Service()
 
 bool Service::start(std::string &error)
 {
-    namespace fs = std::filesystem;
-    std::error_code failure;
-    fs::create_directories(m_options.dataFolder, failure);
-    // What is said to an agent is nobody else's business.
-    if (!failure)
-        fs::permissions(m_options.dataFolder, fs::perms::owner_all, failure);
-    if (failure) {
-        error = "can't use the folder " + m_options.dataFolder.string() + ": " + failure.message();
+    auto folder = DataFolder::open(m_options.dataFolder, m_options.reset, error);
+    if (!folder)
         return false;
+    auto database = Database::open(folder->database(), error);
+    if (database && !plantCompany(*database, m_options.clock())) {
+        error = database->reason();
+        database.reset();
     }
-    const fs::path file = m_options.dataFolder / "velto-local.sqlite";
-    auto database = Database::open(file, error);
     if (!database) {
-        error = "can't use " + file.string() + ": " + error;
+        error = "can't use " + folder->database().string() + ": " + error;
         return false;
     }
-    auto parts = std::make_unique<Parts>(std::move(database), m_options);
+    auto parts = std::make_unique<Parts>(std::move(folder), std::move(database), m_options);
     if (!parts->server.bind(m_options.port)) {
         error =
             "can't listen on 127.0.0.1:" + std::to_string(m_options.port) + "; is the port in use?";

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "local/company/roles.h"
 #include "local/http/route.h"
 
 #include <filesystem>
@@ -27,6 +28,10 @@ struct ServiceOptions
     std::function<std::int64_t()> clock;
     /// Takes one line for each request; nothing is logged when it is empty.
     std::function<void(const std::string &)> log;
+    /// Who signs in: the one with this role in the first workspace.
+    Role signInAs = Role::Owner;
+    /// Begins with fresh data.
+    bool reset = false;
 };
 
 /// The whole service in one object: `start` it, and it answers until it is stopped.

@@ -87,9 +87,20 @@ std::vector<SpokenTurn> spoken(const std::vector<Turn> &turns)
 
 } // namespace
 
-ChatEndpoint::ChatEndpoint(ConversationStore &store, Agent &agent)
+/// A conversation that waits for its answer.
+struct ChatEndpoint::Question
+{
+    OpenConversation conversation;
+    std::string workspaceId;
+    std::string model;
+};
+
+ChatEndpoint::ChatEndpoint(ConversationStore &store, Agent &agent, const Settings &settings,
+                           UsageLedger &usage)
     : m_store(store)
     , m_agent(agent)
+    , m_settings(settings)
+    , m_usage(usage)
 {}
 
 void ChatEndpoint::chat(const Call &call, httplib::Response &response)
@@ -105,27 +116,36 @@ void ChatEndpoint::chat(const Call &call, httplib::Response &response)
     const std::string *id = textMember(body, "conversation_id");
     if (id == nullptr && body.contains("conversation_id"))
         return replyError(response, 400, "bad_body", "The conversation_id must be a text.");
-    if (id != nullptr && !m_store.contains(*id))
+    if (id != nullptr && !m_store.contains(call.caller, *id))
         return replyUnknownConversation(response);
-    const auto conversation = m_store.accept(id != nullptr ? *id : std::string(), *turns);
+    const auto conversation =
+        m_store.accept(call.caller, id != nullptr ? *id : std::string(), *turns);
     if (!conversation)
         return replyError(response, 500, "storage", "The conversation could not be stored.");
     response.status = 200;
     response.set_header("x-conversation-id", conversation->id);
     response.set_header("Cache-Control", "no-store");
     response.set_chunked_content_provider(
-        "text/event-stream", [this, open = *conversation](std::size_t, httplib::DataSink &sink) {
-            return stream(open, sink);
-        });
+        "text/event-stream",
+        [this, question = Question{*conversation, call.caller.workspaceId,
+                                   m_settings.effectiveModel(call.caller)}](
+            std::size_t, httplib::DataSink &sink) { return stream(question, sink); });
 }
 
-bool ChatEndpoint::stream(const OpenConversation &conversation, httplib::DataSink &sink)
+void ChatEndpoint::keep(const Question &question, const json &answer)
+{
+    if (!answer.empty())
+        m_store.addAnswer(question.conversation, {randomId("msg_"), "assistant", answer});
+    m_usage.record({question.workspaceId, "chat_ui", question.model,
+                    estimateTokens(question.conversation.turns, answer), modelCalls(answer)});
+}
+
+bool ChatEndpoint::stream(const Question &question, httplib::DataSink &sink)
 {
     const std::stop_token stop = m_stop.get_token();
     StreamSink answer(sink, stop);
-    const Outcome outcome = m_agent.answer(spoken(conversation.turns), answer, stop);
-    if (!answer.parts().empty())
-        m_store.addAnswer(conversation, {randomId("msg_"), "assistant", answer.parts()});
+    const Outcome outcome = m_agent.answer(spoken(question.conversation.turns), answer, stop);
+    keep(question, answer.parts());
     if (outcome == Outcome::Stopped || outcome == Outcome::Dropped)
         return false;
     const json last = answer.failure() ? frameOf(*answer.failure()) : json{{"type", "finish"}};

@@ -3,8 +3,10 @@
 
 #pragma once
 
+#include "local/admin/usage.h"
 #include "local/agent/agent.h"
 #include "local/http/route.h"
+#include "local/library/settings.h"
 #include "local/store/conversations.h"
 
 #include <stop_token>
@@ -15,21 +17,26 @@ namespace velto::local
 /// Takes the turns of a conversation and streams the agent's answer.
 ///
 /// The turns are stored before the answer starts. The answer is stored before the client is told
-/// that it is finished, or, when it ends early, as far as it was sent.
+/// that it is finished, or, when it ends early, as far as it was sent. What it has used is counted.
 class ChatEndpoint final
 {
 public:
-    ChatEndpoint(ConversationStore &store, Agent &agent);
+    ChatEndpoint(ConversationStore &store, Agent &agent, const Settings &settings,
+                 UsageLedger &usage);
 
     void chat(const Call &call, httplib::Response &response);
     /// Makes every open answer end.
     void stop() { m_stop.request_stop(); }
 
 private:
-    [[nodiscard]] bool stream(const OpenConversation &conversation, httplib::DataSink &sink);
+    struct Question;
+    [[nodiscard]] bool stream(const Question &question, httplib::DataSink &sink);
+    void keep(const Question &question, const nlohmann::json &answer);
 
     ConversationStore &m_store;
     Agent &m_agent;
+    const Settings &m_settings;
+    UsageLedger &m_usage;
     std::stop_source m_stop;
 };
 

@@ -3,7 +3,6 @@
 
 #include "local/auth/authorizeendpoint.h"
 
-#include "local/account.h"
 #include "local/auth/pages.h"
 #include "local/http/body.h"
 
@@ -70,9 +69,10 @@ bool isLoopbackCallback(std::string_view uri)
     return error == std::errc() && end == uri.end() && port >= 1 && port <= 65535;
 }
 
-AuthorizeEndpoint::AuthorizeEndpoint(GrantStore &grants, ConsentRequests &requests)
+AuthorizeEndpoint::AuthorizeEndpoint(GrantStore &grants, ConsentRequests &requests, Person signer)
     : m_grants(grants)
     , m_requests(requests)
+    , m_signer(std::move(signer))
 {}
 
 void AuthorizeEndpoint::showPage(const Call &call, httplib::Response &response)
@@ -86,14 +86,14 @@ void AuthorizeEndpoint::showPage(const Call &call, httplib::Response &response)
         return replyErrorPage(response, 400, "The address to return to is not on this computer.");
     Consent consent{{std::string(ClientId), *redirectUri,
                      parameter(request, "code_challenge").value_or(""),
-                     parameter(request, "scope").value_or("").substr(0, 512)},
+                     parameter(request, "scope").value_or("").substr(0, 512), m_signer.id},
                     parameter(request, "state").value_or("")};
     if (const char *flaw = flawOf(request, consent)) {
         consent.state.resize(std::min(consent.state.size(), LongestState));
         return redirect(response, consent, flaw);
     }
     const std::string id = m_requests.add(std::move(consent));
-    replyConsentPage(response, id, account::Name, account::Email);
+    replyConsentPage(response, id, m_signer.name, m_signer.email);
 }
 
 void AuthorizeEndpoint::decide(const Call &call, httplib::Response &response)

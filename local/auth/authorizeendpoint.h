@@ -4,6 +4,7 @@
 #pragma once
 
 #include "local/auth/consent.h"
+#include "local/company/people.h"
 #include "local/http/route.h"
 
 #include <optional>
@@ -20,7 +21,8 @@ namespace velto::local
 class AuthorizeEndpoint final
 {
 public:
-    AuthorizeEndpoint(GrantStore &grants, ConsentRequests &requests);
+    /// Whoever opens the page signs in as `signer`.
+    AuthorizeEndpoint(GrantStore &grants, ConsentRequests &requests, Person signer);
 
     void showPage(const Call &call, httplib::Response &response);
     void decide(const Call &call, httplib::Response &response);
@@ -28,6 +30,7 @@ public:
 private:
     GrantStore &m_grants;
     ConsentRequests &m_requests;
+    Person m_signer;
 };
 
 } // namespace velto::local

@@ -16,7 +16,7 @@ constexpr std::int64_t PageSeconds = 600;
 constexpr std::size_t MostPending = 256;
 } // namespace
 
-ConsentRequests::ConsentRequests(GrantStore::Clock clock)
+ConsentRequests::ConsentRequests(Clock clock)
     : m_clock(std::move(clock))
 {}
 

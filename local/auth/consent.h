@@ -26,7 +26,7 @@ struct Consent
 class ConsentRequests final
 {
 public:
-    explicit ConsentRequests(GrantStore::Clock clock);
+    explicit ConsentRequests(Clock clock);
 
     [[nodiscard]] std::string add(Consent consent);
     [[nodiscard]] std::optional<Consent> take(const std::string &id);
@@ -38,7 +38,7 @@ private:
         std::int64_t expiresAt;
     };
 
-    GrantStore::Clock m_clock;
+    Clock m_clock;
     std::mutex m_mutex;
     std::map<std::string, Pending> m_pending;
 };

@@ -31,11 +31,12 @@ tl::expected<std::string, GrantError> GrantStore::issueCode(const CodeRequest &r
         return tl::unexpected(GrantError::Storage);
     forgetExpired();
     const bool written =
-        Statement(m_database, "INSERT INTO grants (id, client_id, scope, created_at)"
-                              " VALUES (?, ?, ?, ?)")
+        Statement(m_database, "INSERT INTO grants (id, client_id, scope, user_id, created_at)"
+                              " VALUES (?, ?, ?, ?, ?)")
             .bind(grantId)
             .bind(request.clientId)
             .bind(request.scope)
+            .bind(request.userId)
             .bind(m_clock())
             .done() &&
         Statement(m_database, "INSERT INTO codes (hash, grant_id, redirect_uri, challenge,"
@@ -111,14 +112,15 @@ void GrantStore::revoke(const std::string &token)
         revokeGrant(query.text(0));
 }
 
-bool GrantStore::accepts(const std::string &accessToken) const
+std::optional<std::string> GrantStore::userOf(const std::string &accessToken) const
 {
     const auto guard = m_database.lock();
-    return Statement(m_database, "SELECT 1 FROM access_tokens JOIN grants ON grants.id = grant_id"
-                                 " WHERE hash = ? AND expires_at > ? AND revoked = 0")
-        .bind(sha256Text(accessToken))
-        .bind(m_clock())
-        .step();
+    Statement query(m_database, "SELECT user_id FROM access_tokens JOIN grants"
+                                " ON grants.id = grant_id"
+                                " WHERE hash = ? AND expires_at > ? AND revoked = 0");
+    if (!query.bind(sha256Text(accessToken)).bind(m_clock()).step())
+        return std::nullopt;
+    return query.text(0);
 }
 
 GrantStore::Tokens GrantStore::issueTokens(const std::string &grantId)

@@ -8,7 +8,7 @@
 #include <tl/expected.hpp>
 
 #include <cstdint>
-#include <functional>
+#include <optional>
 #include <string>
 
 namespace velto::local
@@ -24,6 +24,7 @@ struct CodeRequest
     std::string redirectUri;
     std::string challenge;
     std::string scope;
+    std::string userId;
 };
 
 struct IssuedTokens
@@ -42,7 +43,6 @@ enum class GrantError { InvalidGrant, Storage };
 class GrantStore final
 {
 public:
-    using Clock = std::function<std::int64_t()>;
     using Tokens = tl::expected<IssuedTokens, GrantError>;
 
     GrantStore(Database &database, Clock clock, std::int64_t accessTokenSeconds);
@@ -57,7 +57,8 @@ public:
     [[nodiscard]] Tokens refresh(const std::string &refreshToken);
     /// Revokes the grant of a refresh or access token. An unknown token is none's.
     void revoke(const std::string &token);
-    [[nodiscard]] bool accepts(const std::string &accessToken) const;
+    /// Who has signed in with this token; absent when it isn't good.
+    [[nodiscard]] std::optional<std::string> userOf(const std::string &accessToken) const;
 
 private:
     [[nodiscard]] Tokens issueTokens(const std::string &grantId);

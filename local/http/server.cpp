@@ -210,7 +210,8 @@ const Route *Server::findRoute(const httplib::Request &request, httplib::Respons
     return nullptr;
 }
 
-bool Server::hasGoodToken(const httplib::Request &request, httplib::Response &response) const
+bool Server::hasGoodToken(const httplib::Request &request, httplib::Response &response,
+                          Caller &caller) const
 {
     const std::string header = request.get_header_value("Authorization");
     const std::string scheme = "Bearer ";
@@ -219,21 +220,35 @@ bool Server::hasGoodToken(const httplib::Request &request, httplib::Response &re
         replyError(response, 401, "invalid_token", "The request carries no access token.");
         return false;
     }
-    if (m_tokenCheck(header.substr(scheme.size())))
+    if (auto owner = m_tokenCheck(header.substr(scheme.size()))) {
+        caller = std::move(*owner);
         return true;
+    }
     response.set_header("WWW-Authenticate",
                         "Bearer realm=\"velto-local\", error=\"invalid_token\"");
     replyError(response, 401, "invalid_token", "The access token is unknown or has expired.");
     return false;
 }
 
+bool Server::mayUse(const Route &route, const httplib::Request &request,
+                    httplib::Response &response, Caller &caller) const
+{
+    if (route.access == Access::Open)
+        return true;
+    if (!hasGoodToken(request, response, caller))
+        return false;
+    if (route.access != Access::Administrator || caller.administrator)
+        return true;
+    replyError(response, 403, "forbidden", "Only administrators of the service may do this.");
+    return false;
+}
+
 void Server::dispatch(const httplib::Request &request, httplib::Response &response,
                       const httplib::ContentReader *reader) const
 {
-    Call call{request, {}, {}};
+    Call call{request, {}, {}, {}};
     const Route *route = findRoute(request, response, call.captures);
-    const bool admitted = route != nullptr &&
-                          (route->access == Access::Open || hasGoodToken(request, response)) &&
+    const bool admitted = route != nullptr && mayUse(*route, request, response, call.caller) &&
                           readBody(request, response, reader, route->bodyLimit, call.body);
     if (admitted)
         route->handler(call, response);

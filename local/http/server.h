@@ -8,6 +8,7 @@
 #include <httplib.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,14 +16,15 @@ namespace velto::local
 {
 
 /// Serves a route table on 127.0.0.1. What holds for every endpoint is settled here, in this
-/// order: the Host header, the route, the bearer token, the bound of the body, the log line.
+/// order: the Host header, the route, the bearer token and whose it is, the bound of the body, the
+/// log line.
 ///
 /// `run` blocks; `stop` may be called from any thread.
 class Server final : private httplib::Server
 {
 public:
-    /// True when the token is good.
-    using TokenCheck = std::function<bool(const std::string &token)>;
+    /// Whose token it is; absent when it isn't good.
+    using TokenCheck = std::function<std::optional<Caller>(const std::string &token)>;
     /// Takes one line, without its end. Called from the threads that serve.
     using LogLine = std::function<void(const std::string &line)>;
 
@@ -50,8 +52,10 @@ private:
     [[nodiscard]] const Route *findRoute(const httplib::Request &request,
                                          httplib::Response &response,
                                          std::vector<std::string> &captures) const;
-    [[nodiscard]] bool hasGoodToken(const httplib::Request &request,
-                                    httplib::Response &response) const;
+    [[nodiscard]] bool hasGoodToken(const httplib::Request &request, httplib::Response &response,
+                                    Caller &caller) const;
+    [[nodiscard]] bool mayUse(const Route &route, const httplib::Request &request,
+                              httplib::Response &response, Caller &caller) const;
     void logRequest(const httplib::Request &request, const httplib::Response &response) const;
 
     std::vector<Route> m_routes;

@@ -42,16 +42,17 @@ ConversationStore::ConversationStore(Database &database, Clock clock)
     , m_clock(std::move(clock))
 {}
 
-std::vector<ConversationRow> ConversationStore::list(std::int64_t limit,
+std::vector<ConversationRow> ConversationStore::list(const Caller &caller, std::int64_t limit,
                                                      const std::string &channel) const
 {
     const auto guard = m_database.lock();
     Statement query(m_database,
                     "SELECT id, channel, title, summary, created_at,"
                     " (SELECT count(*) FROM messages WHERE conversation_id = conversations.id)"
-                    " FROM conversations WHERE ?1 = '' OR channel = ?1"
-                    " ORDER BY created_at DESC, rowid DESC LIMIT ?2");
-    query.bind(channel).bind(limit);
+                    " FROM conversations WHERE user_id = ?1 AND workspace_id = ?2"
+                    " AND (?3 = '' OR channel = ?3)"
+                    " ORDER BY created_at DESC, rowid DESC LIMIT ?4");
+    query.bind(caller.userId).bind(caller.workspaceId).bind(channel).bind(limit);
     std::vector<ConversationRow> rows;
     while (query.step())
         rows.push_back({query.text(0), query.text(1), query.text(2), query.text(3),
@@ -59,21 +60,23 @@ std::vector<ConversationRow> ConversationStore::list(std::int64_t limit,
     return rows;
 }
 
-bool ConversationStore::contains(const std::string &id) const
+bool ConversationStore::contains(const Caller &caller, const std::string &id) const
 {
     const auto guard = m_database.lock();
-    return hasRow(id);
+    return hasRow(caller, id);
 }
 
-std::optional<std::vector<Turn>> ConversationStore::turns(const std::string &id) const
+std::optional<std::vector<Turn>> ConversationStore::turns(const Caller &caller,
+                                                          const std::string &id) const
 {
     const auto guard = m_database.lock();
-    if (!hasRow(id))
+    if (!hasRow(caller, id))
         return std::nullopt;
     return readTurns(id);
 }
 
-std::optional<OpenConversation> ConversationStore::accept(const std::string &id,
+std::optional<OpenConversation> ConversationStore::accept(const Caller &caller,
+                                                          const std::string &id,
                                                           const std::vector<Turn> &posted)
 {
     const auto guard = m_database.lock();
@@ -87,7 +90,7 @@ std::optional<OpenConversation> ConversationStore::accept(const std::string &id,
         if (turn.id.empty())
             turn.id = randomId("msg_");
     }
-    if (id.empty() && !insertRow(open.id, open.turns))
+    if (id.empty() && !insertRow(caller, open.id, open.turns))
         return std::nullopt;
     Statement next(m_database, "UPDATE conversations SET revision = revision + 1 WHERE id = ?"
                                " RETURNING revision");
@@ -111,24 +114,38 @@ bool ConversationStore::addAnswer(const OpenConversation &conversation, const Tu
            insertTurn(conversation.id, position, answer) && transaction.commit();
 }
 
-bool ConversationStore::rename(const std::string &id, const std::string &title)
+bool ConversationStore::rename(const Caller &caller, const std::string &id,
+                               const std::string &title)
 {
     const auto guard = m_database.lock();
-    return Statement(m_database, "UPDATE conversations SET title = ? WHERE id = ?")
+    return Statement(m_database, "UPDATE conversations SET title = ?"
+                                 " WHERE id = ? AND user_id = ? AND workspace_id = ?")
         .bind(title)
         .bind(id)
+        .bind(caller.userId)
+        .bind(caller.workspaceId)
         .change();
 }
 
-bool ConversationStore::remove(const std::string &id)
+bool ConversationStore::remove(const Caller &caller, const std::string &id)
 {
     const auto guard = m_database.lock();
-    return Statement(m_database, "DELETE FROM conversations WHERE id = ?").bind(id).change();
+    return Statement(m_database, "DELETE FROM conversations"
+                                 " WHERE id = ? AND user_id = ? AND workspace_id = ?")
+        .bind(id)
+        .bind(caller.userId)
+        .bind(caller.workspaceId)
+        .change();
 }
 
-bool ConversationStore::hasRow(const std::string &id) const
+bool ConversationStore::hasRow(const Caller &caller, const std::string &id) const
 {
-    return Statement(m_database, "SELECT 1 FROM conversations WHERE id = ?").bind(id).step();
+    return Statement(m_database, "SELECT 1 FROM conversations"
+                                 " WHERE id = ? AND user_id = ? AND workspace_id = ?")
+        .bind(id)
+        .bind(caller.userId)
+        .bind(caller.workspaceId)
+        .step();
 }
 
 std::vector<Turn> ConversationStore::readTurns(const std::string &id) const
@@ -145,11 +162,14 @@ std::vector<Turn> ConversationStore::readTurns(const std::string &id) const
     return turns;
 }
 
-bool ConversationStore::insertRow(const std::string &id, const std::vector<Turn> &turns)
+bool ConversationStore::insertRow(const Caller &caller, const std::string &id,
+                                  const std::vector<Turn> &turns)
 {
-    return Statement(m_database, "INSERT INTO conversations (id, channel, title, created_at)"
-                                 " VALUES (?, 'chat_ui', ?, ?)")
+    return Statement(m_database, "INSERT INTO conversations (id, user_id, workspace_id, channel,"
+                                 " title, created_at) VALUES (?, ?, ?, 'chat_ui', ?, ?)")
         .bind(id)
+        .bind(caller.userId)
+        .bind(caller.workspaceId)
         .bind(titleFrom(turns))
         .bind(m_clock())
         .done();

@@ -3,19 +3,16 @@
 
 #pragma once
 
+#include "local/http/route.h"
 #include "local/store/database.h"
 #include "local/store/turns.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace velto::local
 {
-
-/// Unix seconds, injected so that tests can move it.
-using Clock = std::function<std::int64_t()>;
 
 /// One row of the history.
 struct ConversationRow
@@ -36,32 +33,35 @@ struct OpenConversation
     std::vector<Turn> turns;
 };
 
-/// The conversations of the one user. Safe from any thread.
+/// The conversations of all users. Each belongs to one user in one workspace, and only a caller who
+/// is that user in that workspace meets it. Safe from any thread.
 class ConversationStore final
 {
 public:
     ConversationStore(Database &database, Clock clock);
 
     /// Newest first, of one channel or, when it is empty, of all.
-    [[nodiscard]] std::vector<ConversationRow> list(std::int64_t limit,
+    [[nodiscard]] std::vector<ConversationRow> list(const Caller &caller, std::int64_t limit,
                                                     const std::string &channel) const;
-    [[nodiscard]] bool contains(const std::string &id) const;
-    [[nodiscard]] std::optional<std::vector<Turn>> turns(const std::string &id) const;
+    [[nodiscard]] bool contains(const Caller &caller, const std::string &id) const;
+    [[nodiscard]] std::optional<std::vector<Turn>> turns(const Caller &caller,
+                                                         const std::string &id) const;
 
     /// Stores posted turns, in the conversation `id` or in a new one when it is empty. Absent
     /// when the database refuses.
-    [[nodiscard]] std::optional<OpenConversation> accept(const std::string &id,
-                                                         const std::vector<Turn> &posted);
+    [[nodiscard]] std::optional<OpenConversation>
+    accept(const Caller &caller, const std::string &id, const std::vector<Turn> &posted);
     /// Adds an answer. False when the conversation is gone or has taken other turns meanwhile:
     /// the answer then has no place.
     bool addAnswer(const OpenConversation &conversation, const Turn &answer);
-    bool rename(const std::string &id, const std::string &title);
-    bool remove(const std::string &id);
+    bool rename(const Caller &caller, const std::string &id, const std::string &title);
+    bool remove(const Caller &caller, const std::string &id);
 
 private:
-    [[nodiscard]] bool hasRow(const std::string &id) const;
+    [[nodiscard]] bool hasRow(const Caller &caller, const std::string &id) const;
     [[nodiscard]] std::vector<Turn> readTurns(const std::string &id) const;
-    [[nodiscard]] bool insertRow(const std::string &id, const std::vector<Turn> &turns);
+    [[nodiscard]] bool insertRow(const Caller &caller, const std::string &id,
+                                 const std::vector<Turn> &turns);
     [[nodiscard]] bool insertTurn(const std::string &id, std::int64_t position, const Turn &turn);
     [[nodiscard]] bool writeTurns(const std::string &id, const std::vector<Turn> &before,
                                   const std::vector<Turn> &after);

@@ -3,6 +3,8 @@
 
 #include "local/store/database.h"
 
+#include "local/store/schema.h"
+
 #include <sqlite3.h>
 
 #include <cstdio>
@@ -13,80 +15,11 @@ namespace velto::local
 namespace
 {
 
-constexpr int SchemaVersion = 1;
-
 // NORMAL: with the write-ahead log, what is committed outlives the process however it dies; only
 // a loss of power can take the last commits, and it leaves the file sound.
 constexpr auto Settings = "PRAGMA journal_mode = WAL;"
                           "PRAGMA synchronous = NORMAL;"
                           "PRAGMA foreign_keys = ON;";
-
-constexpr auto Schema = R"(
-CREATE TABLE conversations (
-    id TEXT PRIMARY KEY,
-    channel TEXT NOT NULL,
-    title TEXT NOT NULL DEFAULT '',
-    summary TEXT NOT NULL DEFAULT '',
-    created_at INTEGER NOT NULL,
-    revision INTEGER NOT NULL DEFAULT 0
-);
-CREATE TABLE messages (
-    conversation_id TEXT NOT NULL REFERENCES conversations(id) ON DELETE CASCADE,
-    position INTEGER NOT NULL,
-    id TEXT NOT NULL,
-    role TEXT NOT NULL,
-    parts TEXT NOT NULL,
-    PRIMARY KEY (conversation_id, position)
-) WITHOUT ROWID;
-CREATE TABLE grants (
-    id TEXT PRIMARY KEY,
-    client_id TEXT NOT NULL,
-    scope TEXT NOT NULL,
-    created_at INTEGER NOT NULL,
-    revoked INTEGER NOT NULL DEFAULT 0
-);
-CREATE TABLE codes (
-    hash TEXT PRIMARY KEY,
-    grant_id TEXT NOT NULL REFERENCES grants(id) ON DELETE CASCADE,
-    redirect_uri TEXT NOT NULL,
-    challenge TEXT NOT NULL,
-    expires_at INTEGER NOT NULL,
-    used INTEGER NOT NULL DEFAULT 0
-);
-CREATE TABLE refresh_tokens (
-    hash TEXT PRIMARY KEY,
-    grant_id TEXT NOT NULL REFERENCES grants(id) ON DELETE CASCADE,
-    used INTEGER NOT NULL DEFAULT 0
-);
-CREATE TABLE access_tokens (
-    hash TEXT PRIMARY KEY,
-    grant_id TEXT NOT NULL REFERENCES grants(id) ON DELETE CASCADE,
-    expires_at INTEGER NOT NULL
-);
-PRAGMA user_version = 1;
-)";
-
-int schemaVersion(Database &database)
-{
-    Statement statement(database, "PRAGMA user_version");
-    return statement.step() ? static_cast<int>(statement.integer(0)) : -1;
-}
-
-bool prepareSchema(Database &database, std::string &error)
-{
-    const int version = schemaVersion(database);
-    if (version == SchemaVersion)
-        return true;
-    if (version > SchemaVersion) {
-        error = "it was written by a newer velto-local";
-        return false;
-    }
-    Transaction transaction(database);
-    if (version == 0 && database.run(Schema) && transaction.commit())
-        return true;
-    error = sqlite3_errmsg(database.handle());
-    return false;
-}
 
 } // namespace
 
@@ -119,11 +52,16 @@ bool Database::run(const char *sql)
     return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
+std::string Database::reason() const
+{
+    return m_failure.empty() ? sqlite3_errmsg(m_handle) : m_failure;
+}
+
 Statement::Statement(Database &database, const char *sql)
     : m_database(database)
 {
     if (sqlite3_prepare_v2(database.handle(), sql, -1, &m_statement, nullptr) != SQLITE_OK)
-        std::fprintf(stderr, "velto-local: database: %s\n", sqlite3_errmsg(database.handle()));
+        fail();
 }
 
 Statement::~Statement()
@@ -145,16 +83,33 @@ Statement &Statement::bind(std::int64_t value)
     return *this;
 }
 
+Statement &Statement::bindOrNull(std::string_view value)
+{
+    if (!value.empty())
+        return bind(value);
+    sqlite3_bind_null(m_statement, ++m_bound);
+    return *this;
+}
+
 bool Statement::step()
 {
-    return m_statement != nullptr && sqlite3_step(m_statement) == SQLITE_ROW;
+    if (m_statement == nullptr)
+        return false;
+    const int result = sqlite3_step(m_statement);
+    return result == SQLITE_ROW || (result != SQLITE_DONE && fail());
 }
 
 bool Statement::done()
 {
-    if (m_statement != nullptr && sqlite3_step(m_statement) == SQLITE_DONE)
-        return true;
-    std::fprintf(stderr, "velto-local: database: %s\n", sqlite3_errmsg(m_database.handle()));
+    return m_statement != nullptr && (sqlite3_step(m_statement) == SQLITE_DONE || fail());
+}
+
+bool Statement::fail()
+{
+    const std::string reason = sqlite3_errmsg(m_database.m_handle);
+    std::fprintf(stderr, "velto-local: database: %s\n", reason.c_str());
+    if (m_database.m_failure.empty())
+        m_database.m_failure = reason;
     return false;
 }
 
@@ -175,10 +130,33 @@ std::int64_t Statement::integer(int column) const
     return sqlite3_column_int64(m_statement, column);
 }
 
+bool Statement::isNull(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
+bool Statement::isInteger(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_INTEGER;
+}
+
+int Statement::columns() const
+{
+    return sqlite3_column_count(m_statement);
+}
+
+std::string_view Statement::name(int column) const
+{
+    const char *name = sqlite3_column_name(m_statement, column);
+    return name != nullptr ? name : "";
+}
+
 Transaction::Transaction(Database &database)
     : m_database(database)
     , m_open(database.run("BEGIN IMMEDIATE"))
-{}
+{
+    database.m_failure.clear();
+}
 
 Transaction::~Transaction()
 {
@@ -188,7 +166,7 @@ Transaction::~Transaction()
 
 bool Transaction::commit()
 {
-    if (!m_open || !m_database.run("COMMIT"))
+    if (!m_open || !m_database.m_failure.empty() || !m_database.run("COMMIT"))
         return false;
     m_open = false;
     return true;

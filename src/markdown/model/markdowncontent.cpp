@@ -3,12 +3,11 @@
 
 #include "markdown/model/markdowncontent.h"
 
-#include "markdown/model/treereading.h"
+#include "markdown/model/document.h"
 #include "markdown/model/treewriting.h"
 
 #include <QHash>
 
-#include <cmark-gfm-core-extensions.h>
 #include <cmark-gfm.h>
 
 #include <cstdlib>
@@ -32,19 +31,8 @@ QString rendered(const QList<BlockNode> &blocks, char *(*render)(cmark_node *))
 
 MarkdownContent::MarkdownContent(QStringView text)
 {
-    cmark_gfm_core_extensions_ensure_registered();
-    cmark_parser *parser = cmark_parser_new(CMARK_OPT_DEFAULT);
-    for (const char *name : {"autolink", "strikethrough", "tagfilter", "tasklist", "table"}) {
-        if (cmark_syntax_extension *extension = cmark_find_syntax_extension(name))
-            cmark_parser_attach_syntax_extension(parser, extension);
-    }
     const QByteArray bytes = text.toUtf8();
-    cmark_parser_feed(parser, bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    if (cmark_node *document = cmark_parser_finish(parser)) {
-        blocks = treereading::blocksOf(document);
-        cmark_node_free(document);
-    }
-    cmark_parser_free(parser);
+    blocks = blocksOfText({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 MarkdownContent::MarkdownContent(QList<BlockNode> nodes)

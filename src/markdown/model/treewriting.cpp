@@ -3,18 +3,11 @@
 
 #include "markdown/model/treewriting.h"
 
+#include "markdown/model/parser.h"
+
 #include <cmark-gfm-core-extensions.h>
-#include <cmark-gfm.h>
 
 #include <vector>
-
-// Exported by the library, declared in headers that it doesn't install.
-extern "C" {
-extern cmark_node_type CMARK_NODE_STRIKETHROUGH;
-extern cmark_node_type CMARK_NODE_TABLE;
-extern cmark_node_type CMARK_NODE_TABLE_ROW;
-extern cmark_node_type CMARK_NODE_TABLE_CELL;
-}
 
 namespace velto::markdown
 {

@@ -17,22 +17,22 @@ namespace
 
 bool isMonospaced(const FontProperties &properties)
 {
-    const auto *system = std::get_if<FontProperties::System>(&properties.family);
+    const auto *system = std::get_if<SystemFamily>(&properties.family);
     return properties.familyVariant == FontProperties::FamilyVariant::Monospaced ||
-           (system != nullptr && system->design == FontProperties::Design::Monospaced);
+           (system != nullptr && system->design == SystemFamily::Design::Monospaced);
 }
 
-QFont family(const FontProperties &properties)
+QFont inFamily(const FontProperties &properties)
 {
     if (isMonospaced(properties)) {
         static const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
         return fixed;
     }
     QFont font = QGuiApplication::font();
-    if (const auto *custom = std::get_if<FontProperties::Custom>(&properties.family)) {
+    if (const auto *custom = std::get_if<CustomFamily>(&properties.family)) {
         font.setFamilies({custom->name, font.family()});
-    } else if (std::get<FontProperties::System>(properties.family).design ==
-               FontProperties::Design::Serif) {
+    } else if (std::get<SystemFamily>(properties.family).design ==
+               SystemFamily::Design::Serif) {
         font.setFamily(QStringLiteral("serif"));
         font.setStyleHint(QFont::Serif);
     }
@@ -49,7 +49,7 @@ QFont::Capitalization capitalization(FontProperties::CapsVariant variant)
 
 QFont FontProperties::font() const
 {
-    QFont font = family(*this);
+    QFont font = inFamily(*this);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(scaledSize()))));
     font.setWeight(weight);
     font.setItalic(style == Style::Italic);

@@ -11,26 +11,28 @@
 namespace velto::markdown
 {
 
+/// A family that the desktop chooses.
+struct SystemFamily
+{
+    enum class Design { Default, Serif, Rounded, Monospaced };
+    Design design = Design::Default;
+    bool operator==(const SystemFamily &) const = default;
+};
+
+struct CustomFamily
+{
+    QString name;
+    bool operator==(const CustomFamily &) const = default;
+};
+
 /// What is known of a font before it is looked up: the parts that text styles change one by one.
 struct FontProperties
 {
-    enum class Design { Default, Serif, Rounded, Monospaced };
+    using Family = std::variant<SystemFamily, CustomFamily>;
     enum class FamilyVariant { Normal, Monospaced };
     enum class CapsVariant { Normal, SmallCaps, LowercaseSmallCaps, UppercaseSmallCaps };
     enum class DigitVariant { Normal, Monospaced };
     enum class Style { Normal, Italic };
-
-    struct System
-    {
-        Design design = Design::Default;
-        bool operator==(const System &) const = default;
-    };
-    struct Custom
-    {
-        QString name;
-        bool operator==(const Custom &) const = default;
-    };
-    using Family = std::variant<System, Custom>;
 
     static constexpr qreal defaultSize = 15;
 

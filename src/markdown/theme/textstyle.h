@@ -200,7 +200,7 @@ struct TextStyleBuilder
     [[nodiscard]] static TextStyle build(First first, Rest... rest)
     {
         if constexpr (sizeof...(Rest) == 0)
-            return std::move(first);
+            return first;
         else
             return Pair{std::move(first), build(std::move(rest)...)};
     }

@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "markdown/model/leafreader.h"
+
+#include "markdown/model/treereading.h"
+
+#include <cmark-gfm/inlines.h>
+#include <cmark-gfm/syntax_extension.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace velto::markdown
+{
+
+namespace
+{
+
+constexpr qint64 longestLabel = 1000; // bytes; the parser looks up none that is longer
+
+constexpr qint64 allowance(qint64 bytes)
+{
+    return 500'000 + bytes * 3 / 10;
+}
+
+std::string_view contentOf(const cmark_node *leaf)
+{
+    std::string_view text(reinterpret_cast<const char *>(leaf->content.ptr),
+                          static_cast<std::size_t>(leaf->content.size));
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.remove_suffix(1);
+    return text;
+}
+
+constexpr std::array<bool, 256> specialCharacters()
+{
+    std::array<bool, 256> special{};
+    for (const char c : std::string_view("\n\\`&_*[]<>!~:@\"'.-w"))
+        special[static_cast<unsigned char>(c)] = true;
+    return special;
+}
+
+constexpr std::array<bool, 256> special = specialCharacters();
+
+/// What makes inlines expensive, counted in one pass.
+struct LeafShape
+{
+    explicit LeafShape(std::string_view text);
+
+    qint64 specials = 0;
+    qint64 delimiters = 0; ///< That may stay on the parser's stack: emphasis and images.
+    qint64 brackets = 0;   ///< Closing ones.
+    qint64 labels = 0;     ///< Bytes that are compared with labels.
+    qint64 openEnded = 0;  ///< Bytes behind a construct that never ends, for each of them.
+
+private:
+    void countBracket(std::string_view text, std::size_t at);
+    void countOpenEnded(std::string_view text);
+
+    std::vector<qint64> m_openers;
+};
+
+LeafShape::LeafShape(std::string_view text)
+{
+    bool hasTags = false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        if (!special[static_cast<unsigned char>(c)])
+            continue;
+        ++specials;
+        if (c == '*' || c == '_' || c == '~')
+            ++delimiters;
+        else if (c == '[' || c == ']')
+            countBracket(text, at);
+        else if (c == '<')
+            hasTags = true;
+    }
+    if (hasTags)
+        countOpenEnded(text);
+}
+
+void LeafShape::countBracket(std::string_view text, std::size_t at)
+{
+    const auto position = static_cast<qint64>(at);
+    if (text[at] == '[') {
+        delimiters += at > 0 && text[at - 1] == '!' ? 1 : 0;
+        m_openers.push_back(position);
+        return;
+    }
+    ++brackets;
+    if (m_openers.empty())
+        return;
+    labels += std::min(longestLabel, position - m_openers.back());
+    m_openers.pop_back();
+}
+
+/// `<?`, `<!X` and `<![CDATA[` are looked for an end up to the end of the text.
+void LeafShape::countOpenEnded(std::string_view text)
+{
+    const std::size_t lastInstructionEnd = text.rfind("?>");
+    const std::size_t lastTagEnd = text.rfind('>');
+    const std::size_t lastSectionEnd = text.rfind("]]>");
+    const auto isBehind = [](std::size_t at, std::size_t end) {
+        return end == std::string_view::npos || at > end;
+    };
+    for (std::size_t at = text.find('<'); at != std::string_view::npos && at + 1 < text.size();
+         at = text.find('<', at + 1)) {
+        const bool isInstruction = text[at + 1] == '?';
+        const bool isSection = text.substr(at, 3) == "<![";
+        const bool isDeclaration = !isSection && text[at + 1] == '!';
+        if ((isInstruction && isBehind(at, lastInstructionEnd)) ||
+            (isSection && isBehind(at, lastSectionEnd)) ||
+            (isDeclaration && isBehind(at, lastTagEnd)))
+            openEnded += static_cast<qint64>(text.size() - at);
+    }
+}
+
+bool isDeeperThan(int deepest, const cmark_node *leaf)
+{
+    int depth = 0;
+    const cmark_node *node = leaf->first_child;
+    while (node && depth <= deepest) {
+        if (node->first_child) {
+            node = node->first_child;
+            ++depth;
+            continue;
+        }
+        while (node != leaf && !node->next) {
+            node = node->parent;
+            --depth;
+        }
+        node = node == leaf ? nullptr : node->next;
+    }
+    return depth > deepest;
+}
+
+QList<InlineNode> plainText(std::string_view text)
+{
+    if (text.empty())
+        return {};
+    QString plain = treereading::textOf(text);
+    plain.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return {{inlines::Text{plain}}};
+}
+
+bool isLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+/// ASCII letters and digits in lower case; odd when there are others, whose case is not so simple.
+std::string keyOf(std::string_view label, bool &isOdd)
+{
+    std::string key;
+    for (const char c : label) {
+        if (isLetter(c))
+            key += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+        else if (static_cast<unsigned char>(c) >= 0x80)
+            isOdd = true;
+    }
+    return key;
+}
+
+} // namespace
+
+void LabelSet::addLabelsIn(std::string_view text)
+{
+    std::size_t opener = std::string_view::npos;
+    for (std::size_t at = text.find_first_of("[]"); at != std::string_view::npos;
+         at = text.find_first_of("[]", at + 1)) {
+        if (at > 0 && text[at - 1] == '\\') {
+            m_hasOdd = true;
+        } else if (text[at] == '[') {
+            opener = at;
+        } else if (opener != std::string_view::npos) {
+            bool isOdd = false;
+            std::string key = keyOf(text.substr(opener + 1, at - opener - 1), isOdd);
+            m_hasOdd = m_hasOdd || isOdd;
+            m_keys.insert(std::move(key));
+            opener = std::string_view::npos;
+        }
+    }
+}
+
+bool LabelSet::mayContain(std::string_view label) const
+{
+    if (isEmpty())
+        return false;
+    bool isOdd = false;
+    const std::string key = keyOf(label, isOdd);
+    return isOdd || m_hasOdd || m_keys.contains(key);
+}
+
+void LabelSet::clear()
+{
+    m_keys.clear();
+    m_hasOdd = false;
+}
+
+bool LeafReader::admits(std::string_view text)
+{
+    const LeafShape shape(text);
+    m_bytes += static_cast<qint64>(text.size()) + 1;
+    const qint64 cost = 10 + 3 * shape.specials + static_cast<qint64>(text.size()) / 64 +
+                        shape.brackets * shape.delimiters / 16 + shape.labels / 16 +
+                        shape.openEnded / 64 + shape.brackets * m_longestTarget / 128;
+    // A leaf that is not admitted costs little, and the next may be cheap.
+    if (m_work + cost > allowance(m_bytes))
+        return false;
+    m_work += cost;
+    return true;
+}
+
+QList<InlineNode> LeafReader::read(cmark_parser *parser, cmark_node *leaf)
+{
+    const std::string_view text = contentOf(leaf);
+    if (m_labels)
+        m_labels->addLabelsIn(text);
+    if (!admits(text))
+        return plainText(text);
+    cmark_parse_inlines(parser, leaf, parser->refmap, CMARK_OPT_DEFAULT);
+    auto texts = treereading::Texts::Joined;
+    cmark_syntax_extension *autolink = Parser::autolink();
+    if (autolink && text.find('@') != std::string_view::npos) {
+        // Joins texts itself, and then parts them at addresses.
+        autolink->postprocess_func(autolink, parser, leaf);
+        texts = treereading::Texts::AsTheyAre;
+    }
+    QList<InlineNode> nodes =
+        isDeeperThan(deepest, leaf) ? plainText(text) : treereading::inlinesOf(leaf, texts);
+    while (cmark_node *child = leaf->first_child)
+        cmark_node_free(child);
+    return nodes;
+}
+
+} // namespace velto::markdown

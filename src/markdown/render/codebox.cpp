@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "markdown/render/codebox.h"
+
+#include "markdown/render/blockviews.h"
+#include "markdown/render/textnode.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace velto::markdown
+{
+
+namespace
+{
+
+constexpr int linesOfPiece = 40;
+
+} // namespace
+
+QList<AttributedString> linePieces(const AttributedString &text, int lines)
+{
+    QList<AttributedString> pieces(1);
+    int inPiece = 0;
+    for (const TextRun &run : text.runs()) {
+        qsizetype start = 0;
+        for (qsizetype at = run.text.indexOf(u'\n'); at >= 0; at = run.text.indexOf(u'\n', at + 1)) {
+            if (++inPiece < lines)
+                continue;
+            pieces.last().append(run.text.mid(start, at - start), run.attributes);
+            pieces.append(AttributedString());
+            start = at + 1;
+            inPiece = 0;
+        }
+        pieces.last().append(run.text.mid(start), run.attributes);
+    }
+    return pieces;
+}
+
+CodeBox::CodeBox(BoxHost &host, const EnvironmentPointer &environment,
+                 const blocks::CodeBlock &code)
+    : SidewaysBox(host, environment, environment->theme.codeBlock()(configuration(code)))
+    , m_textEnvironment(styled(environment, view()))
+{
+    setCode(code);
+}
+
+CodeBlockConfiguration CodeBox::configuration(const blocks::CodeBlock &code)
+{
+    return {code.fenceInfo, withoutFinalLineFeed(code.content), BlockView::label()};
+}
+
+bool CodeBox::take(const BlockNode &block)
+{
+    const auto *code = std::get_if<blocks::CodeBlock>(&block.kind);
+    if (code == nullptr)
+        return false;
+    const BlockView view = environment()->theme.codeBlock()(configuration(*code));
+    // Only a fence that isn't complete yet changes its language.
+    if (!std::holds_alternative<BlockView::Label>(view.content()) ||
+        view.caption().has_value() != this->view().caption().has_value())
+        return false;
+    setView(view);
+    setCode(*code);
+    return true;
+}
+
+void CodeBox::setCode(const blocks::CodeBlock &code)
+{
+    const AttributedString text = m_textEnvironment->codeSyntaxHighlighter->highlightCode(
+        withoutFinalLineFeed(code.content), code.fenceInfo, m_textEnvironment->text);
+    const QList<AttributedString> pieces = linePieces(text, linesOfPiece);
+    for (qsizetype index = 0; index < pieces.size(); ++index)
+        setPiece(static_cast<std::size_t>(index), pieces[index]);
+    m_pieces.resize(static_cast<std::size_t>(pieces.size()));
+    invalidate();
+}
+
+void CodeBox::setPiece(std::size_t index, const AttributedString &text)
+{
+    if (index == m_pieces.size()) {
+        m_pieces.push_back(std::make_unique<TextBox>(
+            host(), m_textEnvironment, BlockView::label(), TextBox::Kind::Code,
+            TextSetting{1, Qt::AlignLeading, !view().isScrolling()}));
+        m_pieces.back()->setParent(this);
+    }
+    m_pieces[index]->setText(text);
+}
+
+AttributedString CodeBox::captionText() const
+{
+    AttributedString text;
+    if (view().caption())
+        text.append(view().caption()->text,
+                    view().caption()->style.applied(environment()->text));
+    return text;
+}
+
+qreal CodeBox::captionRoom() const
+{
+    if (!view().caption())
+        return 0;
+    return LaidText::singleLineHeight(captionText().runs().value(0).attributes, 1) +
+           view().caption()->distance;
+}
+
+qreal CodeBox::layOutContent(qreal width)
+{
+    m_innerWidth = 0;
+    qreal y = captionRoom();
+    for (const auto &piece : m_pieces) {
+        if (view().isScrolling())
+            m_innerWidth = std::max(m_innerWidth, std::ceil(piece->naturalWidth()) + 1);
+        piece->layOut(view().isScrolling() ? std::max(width, m_innerWidth) : width);
+        piece->setPosition({0, y});
+        y += piece->size().height();
+    }
+    if (m_pieces.size() == 1 && m_pieces.front()->isVoid())
+        y += LaidText::singleLineHeight(m_textEnvironment->text, m_textEnvironment->lineHeight);
+    return y + barRoom();
+}
+
+void CodeBox::showInner(const QRectF &visible, QQuickItem &inner)
+{
+    QQuickItem *previous = nullptr;
+    for (const auto &piece : m_pieces) {
+        const QRectF extent = piece->rectangle();
+        if (extent.top() >= visible.bottom() || extent.bottom() <= visible.top() ||
+            piece->isVoid()) {
+            piece->hide();
+            continue;
+        }
+        piece->show(visible.translated(-piece->position()), inner, previous);
+        previous = piece->item();
+    }
+}
+
+void CodeBox::hideInner()
+{
+    for (const auto &piece : m_pieces)
+        piece->hide();
+}
+
+bool CodeBox::measure(const std::function<bool()> &isDone)
+{
+    return std::all_of(m_pieces.cbegin(), m_pieces.cend(),
+                       [&](const auto &piece) { return piece->measure(isDone); });
+}
+
+void CodeBox::collectTexts(std::vector<TextBox *> &texts)
+{
+    for (const auto &piece : m_pieces)
+        piece->collectTexts(texts);
+}
+
+TextBox *CodeBox::textNear(QPointF point)
+{
+    const QPointF inner = point - innerOrigin();
+    TextBox *nearest = nullptr;
+    for (const auto &piece : m_pieces) {
+        if (nearest != nullptr && piece->position().y() > inner.y())
+            break;
+        TextBox *text = piece->textNear(inner - piece->position());
+        nearest = text != nullptr ? text : nearest;
+    }
+    return nearest;
+}
+
+void CodeBox::repaint()
+{
+    SidewaysBox::repaint();
+    for (const auto &piece : m_pieces)
+        piece->repaint();
+}
+
+void CodeBox::paint(QSGNode &node, QQuickItem &item)
+{
+    SidewaysBox::paint(node, item);
+    if (!view().caption())
+        return;
+    const LaidText caption(captionText(), {1, Qt::AlignLeft, false});
+    addText(node, item, caption, {contentOrigin(), 0, 0, {}});
+}
+
+std::optional<qreal> CodeBox::contentBaseline() const
+{
+    if (view().caption())
+        return std::nullopt;
+    return m_pieces.empty() ? std::nullopt : m_pieces.front()->firstBaseline();
+}
+
+} // namespace velto::markdown

@@ -132,9 +132,9 @@ QCoro::Task<base::Result<QImage>> DefaultNetworkImageLoader::image(QUrl url, std
 
 DefaultNetworkImageLoader::TaskPointer DefaultNetworkImageLoader::taskFor(const QUrl &url)
 {
-    if (const TaskPointer known = m_ongoingTasks.value(url))
+    if (TaskPointer known = m_ongoingTasks.value(url))
         return known;
-    const auto task = std::make_shared<OngoingTask>(url);
+    auto task = std::make_shared<OngoingTask>(url);
     m_ongoingTasks.insert(url, task);
     run(task);
     return task;

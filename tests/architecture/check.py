@@ -24,7 +24,8 @@ ARROWS = {
     "markdown/model": [],
     "markdown/images": ["base"],
     "markdown": ["markdown/model", "markdown/images", "controls"],
-    "presentation": ["chat", "markdown", "controls"],
+    "presentation/code": [],
+    "presentation": ["presentation/code", "chat", "markdown", "controls"],
     "agent/screens": ["chat", "markdown", "controls"],
     "workspace/screens": ["chat", "markdown", "controls"],
     "shell": ["presentation", "agent/screens", "workspace/screens"],
@@ -33,7 +34,7 @@ ARROWS = {
 }
 # These link without Qt Quick, so that they can be tested and measured without a window.
 WINDOWLESS = ["base", "platform", "service", "auth", "agent", "workspace", "chat",
-              "markdown/model", "markdown/images", "local"]
+              "markdown/model", "markdown/images", "presentation/code", "local"]
 # Libraries that stay behind the interface of these rooms.
 OWNED_HEADERS = {
     r"curl/": ["service"],

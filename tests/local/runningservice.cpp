@@ -146,13 +146,50 @@ json Visitor::getJson(const std::string &path) const
     return answer ? json::parse(answer->body, nullptr, false) : json();
 }
 
+Reply Visitor::call(const std::string &method, const std::string &path, const json &body) const
+{
+    httplib::Request request;
+    request.method = method;
+    request.path = path;
+    request.headers = bearer();
+    if (!body.is_null()) {
+        request.body = body.dump();
+        request.set_header("Content-Type", "application/json");
+    }
+    const auto answer = client().send(request);
+    EXPECT_TRUE(answer) << method << " " << path;
+    return answer ? Reply{answer->status, json::parse(answer->body, nullptr, false)} : Reply{};
+}
+
+ServiceOptions RunningService::options(int tokenRate, Role as)
+{
+    return {m_folder.path() / "data",
+            0,
+            900,
+            tokenRate,
+            [this] { return m_now.load(); },
+            [this](const std::string &line) {
+                const std::lock_guard guard(m_mutex);
+                m_lines.push_back(line);
+                m_logged.notify_all();
+            },
+            as};
+}
+
+Visitor RunningService::visitorAs(Role role)
+{
+    // A second service on the same data lets another one in; its token is as good at the first.
+    Service other(options(0, role));
+    std::string error;
+    EXPECT_TRUE(other.start(error)) << error;
+    const SignedIn tokens = Visitor(other.port()).signIn();
+    Visitor visitor(m_service.port());
+    visitor.useToken(tokens.accessToken);
+    return visitor;
+}
+
 RunningService::RunningService(int tokenRate)
-    : m_service({m_folder.path() / "data", 0, 900, tokenRate, [this] { return m_now.load(); },
-                 [this](const std::string &line) {
-                     const std::lock_guard guard(m_mutex);
-                     m_lines.push_back(line);
-                     m_logged.notify_all();
-                 }})
+    : m_service(options(tokenRate, Role::Owner))
 {
     std::string error;
     EXPECT_TRUE(m_service.start(error)) << error;

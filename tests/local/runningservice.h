@@ -39,6 +39,13 @@ struct SignedIn
     std::string refreshToken;
 };
 
+struct Reply
+{
+    int status = 0;
+    /// Discarded when the body isn't JSON.
+    nlohmann::json body;
+};
+
 /// Whatever speaks HTTP to a service at a port.
 class Visitor
 {
@@ -68,6 +75,9 @@ public:
 
     [[nodiscard]] httplib::Result get(const std::string &path) const;
     [[nodiscard]] nlohmann::json getJson(const std::string &path) const;
+    /// A request with the token; `body` is sent as JSON unless it is null.
+    [[nodiscard]] Reply call(const std::string &method, const std::string &path,
+                             const nlohmann::json &body = nullptr) const;
 
 private:
     int m_port;
@@ -82,8 +92,12 @@ public:
     explicit RunningService(int tokenRate = 0);
 
     [[nodiscard]] Service &service() { return m_service; }
+    /// Signed in as the owner.
     [[nodiscard]] Visitor &visitor() { return *m_visitor; }
+    /// Somebody else at the same service.
+    [[nodiscard]] Visitor visitorAs(Role role);
     [[nodiscard]] const std::filesystem::path &folder() const { return m_folder.path(); }
+    [[nodiscard]] std::int64_t now() const { return m_now; }
     void passSeconds(std::int64_t seconds) { m_now += seconds; }
 
     /// Waits until `count` requests whose log line starts so have ended.
@@ -91,6 +105,8 @@ public:
     [[nodiscard]] std::vector<std::string> log();
 
 private:
+    [[nodiscard]] ServiceOptions options(int tokenRate, Role as);
+
     TemporaryFolder m_folder;
     std::atomic<std::int64_t> m_now = 1'790'000'000;
     std::mutex m_mutex;

@@ -143,8 +143,7 @@ TEST(Routes, TableOfTheReadmeIsTheTableOfTheService)
     RunningService running;
     std::set<std::string> served;
     for (const Route &route : running.service().routes())
-        served.insert(route.method + " `" + route.pattern + "` " +
-                      tokenColumn(route.access) + " " +
+        served.insert(route.method + " `" + route.pattern + "` " + tokenColumn(route.access) + " " +
                       std::to_string(route.bodyLimit));
     EXPECT_EQ(served, documentedRoutes());
     EXPECT_EQ(served.size(), running.service().routes().size());

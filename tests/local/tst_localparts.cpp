@@ -63,6 +63,8 @@ TEST(MatchPath, TakesWholeSegments)
     EXPECT_EQ(captures, Captures{"a/b.png"});
     EXPECT_FALSE(matchPath("/m/{path...}", "/m/", captures));
     EXPECT_FALSE(matchPath("/m/{path...}", "/m", captures));
+    EXPECT_TRUE(matchPath("/a/{b}/c/{d}/e", "/a/1/c/2/e", captures));
+    EXPECT_EQ(captures, (Captures{"1", "2"}));
 }
 
 TEST(ParseForm, DecodesAndRefusesDoubt)
@@ -162,6 +164,20 @@ TEST(CommandLine, HasDefaults)
     EXPECT_EQ(line->service.tokenRate, 80);
     EXPECT_EQ(line->service.dataFolder, "/somewhere/velto-local");
     EXPECT_TRUE(line->portFile.empty());
+    EXPECT_EQ(line->service.signInAs, Role::Owner);
+    EXPECT_FALSE(line->service.reset);
+}
+
+TEST(CommandLine, TakesRoleAndReset)
+{
+    const auto line = parseCommandLine({"--as", "member", "--reset"});
+    ASSERT_TRUE(line) << line.error();
+    EXPECT_EQ(line->service.signInAs, Role::Member);
+    EXPECT_TRUE(line->service.reset);
+    EXPECT_EQ(parseCommandLine({"--as=admin"})->service.signInAs, Role::Admin);
+    for (const char *role : {"", "king", "Owner"})
+        EXPECT_NE(flawOf({"--as", role}), "") << role;
+    EXPECT_NE(flawOf({"--reset=yes"}), "");
 }
 
 TEST(CommandLine, DataFolderFallsBackToHome)

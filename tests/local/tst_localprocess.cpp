@@ -1,128 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-#include "runningservice.h"
+#include "localprogram.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <csignal>
 #include <fstream>
 #include <iterator>
 #include <thread>
 
-#include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 using namespace velto::local;
 using namespace velto::local::test;
 using nlohmann::json;
 
-extern char **environ;
-
 namespace
 {
-
-/// The built program, with its output at hand.
-class Process final
-{
-public:
-    explicit Process(std::vector<std::string> arguments)
-    {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe(ends.data()), 0);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], 1);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], 2);
-        posix_spawn_file_actions_addclose(&actions, ends[0]);
-        arguments.insert(arguments.begin(), VELTO_LOCAL_PROGRAM);
-        std::vector<char *> raw;
-        for (std::string &argument : arguments)
-            raw.push_back(argument.data());
-        raw.push_back(nullptr);
-        EXPECT_EQ(::posix_spawn(&m_id, VELTO_LOCAL_PROGRAM, &actions, nullptr, raw.data(), environ),
-                  0);
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        m_output = ends[0];
-    }
-    ~Process()
-    {
-        if (m_id > 0 && !m_ended)
-            kill(SIGKILL);
-        ::close(m_output);
-    }
-    Process(const Process &) = delete;
-    Process &operator=(const Process &) = delete;
-
-    /// Reads the output until it holds `text`, or to its end.
-    bool waitForOutput(const std::string &text)
-    {
-        while (m_text.find(text) == std::string::npos && readMore()) {
-        }
-        return m_text.find(text) != std::string::npos;
-    }
-    /// The whole output; waits for the end.
-    const std::string &output()
-    {
-        while (readMore()) {
-        }
-        return m_text;
-    }
-    /// The port of the line with which the program greets.
-    int port()
-    {
-        const std::string greeting = "velto-local listening on http://127.0.0.1:";
-        if (!waitForOutput(greeting) || !waitForOutput("\n"))
-            return 0;
-        return std::atoi(m_text.c_str() + m_text.find(greeting) + greeting.size());
-    }
-    /// Sends a signal and waits for the end; the wait status.
-    int kill(int signal)
-    {
-        ::kill(m_id, signal);
-        return wait();
-    }
-    int wait()
-    {
-        int status = -1;
-        ::waitpid(m_id, &status, 0);
-        m_ended = true;
-        return status;
-    }
-    int exitStatus()
-    {
-        const int status = wait();
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-private:
-    bool readMore()
-    {
-        pollfd entry{m_output, POLLIN, 0};
-        std::array<char, 4096> buffer{};
-        if (::poll(&entry, 1, 30'000) <= 0)
-            return false;
-        const auto count = ::read(m_output, buffer.data(), buffer.size());
-        if (count <= 0)
-            return false;
-        m_text.append(buffer.data(), static_cast<std::size_t>(count));
-        return true;
-    }
-
-    pid_t m_id = 0;
-    int m_output = -1;
-    bool m_ended = false;
-    std::string m_text;
-};
-
-std::vector<std::string> plainArguments(const TemporaryFolder &folder)
-{
-    return {"--port", "0", "--data", (folder.path() / "data").string(), "--token-rate", "0"};
-}
 
 /// Posts a prompt whose answer takes minutes, and runs `onFirstDelta` when it has begun.
 std::string interrupted(const Visitor &visitor, const json &turns, const std::string &conversation,
@@ -282,7 +175,7 @@ TEST(Program, HelpsAndTellsItsVersion)
 {
     Process help({"--help"});
     for (const char *option : {"--port", "--data", "--access-token-seconds", "--token-rate",
-                               "--port-file", "--help", "--version"})
+                               "--port-file", "--reset", "--as", "--help", "--version"})
         EXPECT_NE(help.output().find(option), std::string::npos) << option;
     EXPECT_EQ(help.exitStatus(), 0);
     Process version({"--version"});

@@ -15,8 +15,9 @@ using nlohmann::json;
 namespace
 {
 
-constexpr std::int64_t Week = 7 * 86'400;
-constexpr std::int64_t Month = 30 * 86'400;
+constexpr std::int64_t Day = 86'400;
+constexpr std::int64_t Week = 7 * Day;
+constexpr std::int64_t Month = 30 * Day;
 constexpr std::int64_t RecentRows = 5;
 constexpr std::int64_t AllRows = -1;
 

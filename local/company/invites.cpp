@@ -19,7 +19,7 @@ using nlohmann::json;
 namespace
 {
 
-constexpr std::int64_t InviteSeconds = 7 * 86'400;
+constexpr std::int64_t InviteSeconds = 604'800;
 constexpr std::size_t LongestEmail = 254;
 constexpr std::size_t MostAtOnce = 50;
 

@@ -3,6 +3,8 @@
 
 #include "local/seed/catalog.h"
 
+#include "local/seed/places.h"
+
 namespace velto::local::seed
 {
 
@@ -78,9 +80,9 @@ const std::vector<Bundle> &bundles()
 const std::vector<Installation> &installations()
 {
     static const std::vector<Installation> installations{
-        {"ws_harbourlight", "research-kit", true, 88},
-        {"ws_harbourlight", "front-office", false, 35},
-        {"ws_tidal", "research-kit", true, 140},
+        {Studio, "research-kit", true, 88},
+        {Studio, "front-office", false, 35},
+        {Tidal, "research-kit", true, 140},
     };
     return installations;
 }

@@ -3,18 +3,12 @@
 
 #include "local/seed/company.h"
 
+#include "local/seed/places.h"
+
 #include <algorithm>
 
 namespace velto::local::seed
 {
-
-namespace
-{
-constexpr std::string_view Studio = "ws_harbourlight";
-constexpr std::string_view Tidal = "ws_tidal";
-constexpr std::string_view Kitchen = "ws_lantern";
-constexpr std::string_view Archive = "ws_quay";
-} // namespace
 
 const std::vector<User> &users()
 {

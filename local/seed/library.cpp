@@ -3,15 +3,10 @@
 
 #include "local/seed/library.h"
 
+#include "local/seed/places.h"
+
 namespace velto::local::seed
 {
-
-namespace
-{
-constexpr std::string_view Studio = "ws_harbourlight";
-constexpr std::string_view Tidal = "ws_tidal";
-constexpr std::string_view Kitchen = "ws_lantern";
-} // namespace
 
 const std::vector<Skill> &skills()
 {

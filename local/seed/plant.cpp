@@ -4,6 +4,7 @@
 #include "local/seed/plant.h"
 
 #include "local/library/marketplace.h"
+#include "local/library/models.h"
 #include "local/seed/catalog.h"
 #include "local/seed/company.h"
 #include "local/seed/library.h"
@@ -52,6 +53,7 @@ public:
             add(connection);
         for (const seed::Usage &usage : seed::usage())
             add(usage);
+        countFormerAnswers();
         writeHistory();
     }
 
@@ -223,6 +225,22 @@ private:
             .bind(usage.cacheRead)
             .bind(usage.calls)
             .bind(usage.userMessages)
+            .bind(m_now)
+            .done();
+    }
+
+    // A file of the former schema holds conversations of which nothing was counted.
+    void countFormerAnswers()
+    {
+        Statement(m_database, R"(
+            INSERT INTO usage (workspace_id, source, model, input_tokens, output_tokens,
+                cache_creation_tokens, cache_read_tokens, calls, user_messages, created_at)
+            SELECT workspace_id, channel, ?, sum(iif(role = 'user', length(parts), 0)) / 4,
+                sum(iif(role = 'user', 0, length(parts))) / 4, 0, 0, sum(role <> 'user'),
+                sum(role = 'user'), ?
+            FROM messages JOIN conversations ON conversations.id = conversation_id
+            GROUP BY workspace_id, channel)")
+            .bind(DefaultModel)
             .bind(m_now)
             .done();
     }

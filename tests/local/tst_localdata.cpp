@@ -309,6 +309,14 @@ TEST(Migration, KeepsConversationsAndSignIns)
     const json messages = visitor.getJson("/v1/conversations/conv_old/messages");
     ASSERT_EQ(messages.size(), 2U);
     EXPECT_EQ(messages[1]["parts"][0]["text"], "Hi");
+    // What was asked before counts with what the company had used.
+    TemporaryFolder other;
+    Process fresh(plainArguments(other));
+    Visitor newcomer(fresh.port());
+    newcomer.signIn();
+    const std::string usage = "/v1/admin/workspaces/harbourlight";
+    EXPECT_EQ(visitor.getJson(usage)["user_messages"],
+              newcomer.getJson(usage)["user_messages"].get<int>() + 1);
     const auto again = chat(visitor,
                             json::array({spokenTurn("user", "Hello"), spokenTurn("assistant", "Hi"),
                                          spokenTurn("user", "table")}),

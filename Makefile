@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: 2026 The velto authors
 # SPDX-License-Identifier: MIT
 
-.PHONY: help run test bench fuzz lint format
+.PHONY: help run test gallery bench fuzz lint format
 
 help:
 	@echo 'make run     build velto and velto-local, run them together'
 	@echo 'make test    build everything, run all tests in a desktop of their own'
+	@echo 'make gallery show Markdown in a window, to look at it'
 	@echo 'make bench   build and run the benchmarks, write build/bench.json'
 	@echo 'make fuzz    run every fuzz target for a minute'
 	@echo 'make lint    clang-format, shellcheck, qmllint, clang-tidy'
@@ -16,6 +17,9 @@ run:
 
 test:
 	@scripts/test.sh
+
+gallery:
+	@scripts/gallery.sh
 
 bench:
 	@scripts/bench.sh

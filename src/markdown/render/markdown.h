@@ -82,6 +82,8 @@ public:
     Q_INVOKABLE void deselect();
     Q_INVOKABLE void copy() const;
 
+    /// The height is that of all the text, nothing is guessed any more.
+    [[nodiscard]] bool isMeasured() const { return !m_measuring.isActive() && m_root.isValid(); }
     [[nodiscard]] const BlockListModel &blockModel() const { return m_blocks; }
     /// The boxes of the blocks, for those who look closely.
     [[nodiscard]] BoxSequence &boxes() { return m_root; }

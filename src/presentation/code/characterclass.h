@@ -42,6 +42,7 @@ struct ClassifiedCharacter
 /// character of its own.
 [[nodiscard]] ClassifiedCharacter foreignCharacterAt(QStringView text, qsizetype at);
 
+/// The character that starts at `at`.
 [[nodiscard]] inline ClassifiedCharacter characterAt(QStringView text, qsizetype at)
 {
     const char16_t unit = text.utf16()[at];

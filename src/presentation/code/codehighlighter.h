@@ -23,7 +23,7 @@ class CodeHighlighter final : public QObject
 
 public:
     /// Texts from this size on, in UTF-16 units, are coloured on another thread.
-    static constexpr qsizetype longText = 64 * 1024;
+    static constexpr qsizetype longText = 65'536;
 
     explicit CodeHighlighter(QObject *parent = nullptr);
     ~CodeHighlighter() override;

@@ -40,7 +40,8 @@ public:
             return false;
         for (quint8 i = m_firstWith[initial]; i < m_firstWith[initial + 1]; ++i) {
             if (std::equal(word.utf16(), word.utf16() + word.size(), m_words[i].begin(),
-                           m_words[i].end(), [](char16_t a, char b) { return a == b; }))
+                           m_words[i].end(),
+                           [](char16_t a, char b) { return a == QLatin1Char(b).unicode(); }))
                 return true;
         }
         return false;

@@ -21,6 +21,18 @@ constexpr qint64 allowance(qint64 bytes)
     return 500'000 + bytes * 3 / 10;
 }
 
+void appendWithoutZeros(std::string &out, std::string_view line)
+{
+    std::size_t zero = line.find('\0');
+    while (zero != std::string_view::npos) {
+        out += line.substr(0, zero);
+        out += replacement;
+        line.remove_prefix(zero + 1);
+        zero = line.find('\0');
+    }
+    out += line;
+}
+
 bool isBlank(char c)
 {
     return c == ' ' || c == '\t';
@@ -180,10 +192,8 @@ bool LineGuard::feed(Parser &parser, std::string_view line)
         return false;
     m_bytes += static_cast<qint64>(line.size()) + 1;
     const cmark_node *current = parser.get()->current;
-    m_line.assign(line);
-    for (std::size_t zero = m_line.find('\0'); zero != std::string::npos;
-         zero = m_line.find('\0', zero))
-        m_line.replace(zero, 1, replacement);
+    m_line.clear();
+    appendWithoutZeros(m_line, line);
     m_line += '\n';
     if (isOpenText(current) && current->parent == parser.root()) {
         if (!spend(1))

@@ -8,9 +8,7 @@ namespace velto::agent
 
 MarketplaceStore::Source<MarketplaceCatalog> MarketplaceStore::catalog()
 {
-    return get<MarketplaceCatalog>(
-        QStringLiteral("/v1/marketplace/catalog"),
-        [this](MarketplaceCatalog answer) { m_items.assign(std::move(answer.entries)); });
+    return get(QStringLiteral("/v1/marketplace/catalog"), m_items, &MarketplaceCatalog::entries);
 }
 
 QCoro::Task<void> MarketplaceStore::load()

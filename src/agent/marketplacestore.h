@@ -5,7 +5,6 @@
 
 #include "agent/marketplacerecords.h"
 #include "service/featurestore.h"
-#include "service/recordlist.h"
 
 #include <QSet>
 #include <QStringList>

@@ -18,31 +18,24 @@ VeltoSettingsStore::VeltoSettingsStore(service::APIClient &api, QObject *parent)
 
 VeltoSettingsStore::Source<AppSettings> VeltoSettingsStore::settingsSource()
 {
-    return get<AppSettings>(QStringLiteral("/v1/settings"), [this](AppSettings answer) {
-        assign(m_settings, std::move(answer), &VeltoSettingsStore::settingsChanged);
-    });
+    return get(QStringLiteral("/v1/settings"), m_settings, &VeltoSettingsStore::settingsChanged);
 }
 
 VeltoSettingsStore::Source<QList<LibrarySkill>> VeltoSettingsStore::skillsSource()
 {
-    return get<QList<LibrarySkill>>(
-        QStringLiteral("/v1/settings/skills"),
-        [this](QList<LibrarySkill> answer) { m_skills.assign(std::move(answer)); });
+    return get(QStringLiteral("/v1/settings/skills"), m_skills);
 }
 
 VeltoSettingsStore::Source<QList<LibrarySubagent>> VeltoSettingsStore::subagentsSource()
 {
-    return get<QList<LibrarySubagent>>(
-        QStringLiteral("/v1/settings/subagents"),
-        [this](QList<LibrarySubagent> answer) { m_subagents.assign(std::move(answer)); });
+    return get(QStringLiteral("/v1/settings/subagents"), m_subagents);
 }
 
 QCoro::Task<void> VeltoSettingsStore::loadAgent()
 {
-    const auto keepConfig = [this](AgentConfig answer) {
-        assign(m_agentConfig, std::move(answer), &VeltoSettingsStore::agentConfigChanged);
-    };
-    return load(get<AgentConfig>(QStringLiteral("/v1/agent/config"), keepConfig), settingsSource());
+    return load(get(QStringLiteral("/v1/agent/config"), m_agentConfig,
+                    &VeltoSettingsStore::agentConfigChanged),
+                settingsSource());
 }
 
 QCoro::Task<void> VeltoSettingsStore::loadLibrary()
@@ -52,10 +45,7 @@ QCoro::Task<void> VeltoSettingsStore::loadLibrary()
 
 QCoro::Task<void> VeltoSettingsStore::loadTools()
 {
-    const auto keepTools = [this](VeltoToolCatalog answer) {
-        assign(m_tools, std::move(answer), &VeltoSettingsStore::toolsChanged);
-    };
-    return load(get<VeltoToolCatalog>(QStringLiteral("/v1/velto/tools"), keepTools));
+    return load(get(QStringLiteral("/v1/velto/tools"), m_tools, &VeltoSettingsStore::toolsChanged));
 }
 
 QCoro::Task<void> VeltoSettingsStore::loadIntegrations()
@@ -122,7 +112,7 @@ QCoro::Task<bool> VeltoSettingsStore::saveModel(QString id, Engine engine,
                                                 std::optional<QString> slug)
 {
     return change([=, this] {
-        setSavedNotice({});
+        assign(m_savedNotice, {}, &VeltoSettingsStore::savedNoticeChanged);
         return sendModel(id, engine, slug);
     });
 }
@@ -153,7 +143,7 @@ VeltoSettingsStore::Reply<void> VeltoSettingsStore::sendModel(QString id, Engine
         co_return Result<void>{};
     const Result<void> done = co_await fetch(saved);
     if (done && self)
-        setSavedNotice(tr("Saved"));
+        assign(m_savedNotice, tr("Saved"), &VeltoSettingsStore::savedNoticeChanged);
     co_return done;
 }
 
@@ -172,18 +162,13 @@ void VeltoSettingsStore::reset()
     m_subagents.assign({});
     assign(m_tools, {}, &VeltoSettingsStore::toolsChanged);
     setIntegrations({});
-    setSavedNotice({});
+    assign(m_savedNotice, {}, &VeltoSettingsStore::savedNoticeChanged);
 }
 
 void VeltoSettingsStore::setIntegrations(Integrations integrations)
 {
     m_rows.assign(agent::integrationRows(integrations));
     assign(m_integrations, std::move(integrations), &VeltoSettingsStore::integrationsChanged);
-}
-
-void VeltoSettingsStore::setSavedNotice(std::optional<QString> notice)
-{
-    assign(m_savedNotice, std::move(notice), &VeltoSettingsStore::savedNoticeChanged);
 }
 
 } // namespace velto::agent

@@ -7,7 +7,6 @@
 #include "agent/modeloption.h"
 #include "agent/settingsrecords.h"
 #include "service/featurestore.h"
-#include "service/recordlist.h"
 
 namespace velto::agent
 {
@@ -95,7 +94,6 @@ private:
     Reply<void> askEachProvider();
     Reply<void> sendModel(QString id, ModelOption::Engine engine, std::optional<QString> slug);
     void setIntegrations(Integrations integrations);
-    void setSavedNotice(std::optional<QString> notice);
 
     base::Optional<AgentConfig> m_agentConfig;
     base::Optional<AppSettings> m_settings;

@@ -19,7 +19,6 @@ class Optional final : public std::optional<T>
 
 public:
     using Plain::Plain;
-    using Plain::operator=;
     Optional(Plain value)
         : Plain(std::move(value))
     {}
@@ -28,8 +27,10 @@ public:
 
     [[nodiscard]] const Plain &plain() const { return *this; }
 
-    // The comparisons of std::optional are ambiguous for a type that converts to something else.
+    // For a type that converts to it, the comparisons of std::optional are ambiguous or, worse,
+    // take the other one for a value.
     friend bool operator==(const Optional &a, const Optional &b) { return a.plain() == b.plain(); }
+    friend bool operator==(const Optional &a, const Plain &b) { return a.plain() == b; }
     template<typename U>
     requires(!std::derived_from<U, Plain>) friend bool operator==(const Optional &a, const U &b)
     {

@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include "base/optional.h"
 #include "service/apiclient.h"
+#include "service/recordlist.h"
 
 #include <QObject>
 #include <QPointer>
@@ -65,6 +67,32 @@ protected:
     {
         return {[this, path](std::stop_token stop) { return api().read<T>("GET", path, {}, stop); },
                 std::move(keep)};
+    }
+    /// The answer becomes the value of a field.
+    template<typename Store, typename T>
+    [[nodiscard]] Source<T> get(QString path, base::Optional<T> &field, void (Store::*changed)())
+    {
+        const auto keep = [this, &field, changed](T answer) {
+            assign(field, std::move(answer), changed);
+        };
+        return get<T>(std::move(path), std::function<void(T)>(keep));
+    }
+    /// The answer is a list.
+    template<typename T, auto Key>
+    [[nodiscard]] Source<QList<T>> get(QString path, RecordList<T, Key> &list)
+    {
+        const auto keep = [&list](QList<T> answer) { list.assign(std::move(answer)); };
+        return get<QList<T>>(std::move(path), std::function<void(QList<T>)>(keep));
+    }
+    /// The answer is an object around a list.
+    template<typename T, auto Key, typename Answer>
+    [[nodiscard]] Source<Answer> get(QString path, RecordList<T, Key> &list,
+                                     QList<T> Answer::*records)
+    {
+        const auto keep = [&list, records](Answer answer) {
+            list.assign(std::move(answer.*records));
+        };
+        return get<Answer>(std::move(path), std::function<void(Answer)>(keep));
     }
 
     /// The shape of a load: `isLoading` goes up, `loadError` is cleared, what `work` brings

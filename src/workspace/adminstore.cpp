@@ -8,33 +8,24 @@ namespace velto::workspace
 
 AdminStore::Source<AdminCatalogResponse> AdminStore::catalogSource()
 {
-    return get<AdminCatalogResponse>(
-        QStringLiteral("/v1/admin/catalog"),
-        [this](AdminCatalogResponse answer) { m_catalog.assign(std::move(answer.entries)); });
+    return get(QStringLiteral("/v1/admin/catalog"), m_catalog, &AdminCatalogResponse::entries);
 }
 
 QCoro::Task<void> AdminStore::loadOverview()
 {
-    const auto keep = [this](AdminOverview answer) {
-        assign(m_overview, std::move(answer), &AdminStore::overviewChanged);
-    };
-    return load(get<AdminOverview>(QStringLiteral("/v1/admin/overview"), keep));
+    return load(
+        get(QStringLiteral("/v1/admin/overview"), m_overview, &AdminStore::overviewChanged));
 }
 
 QCoro::Task<void> AdminStore::loadUsers()
 {
-    const auto keep = [this](AdminUsersResponse answer) {
-        m_users.assign(std::move(answer.users));
-    };
-    return load(get<AdminUsersResponse>(QStringLiteral("/v1/admin/users"), keep));
+    return load(get(QStringLiteral("/v1/admin/users"), m_users, &AdminUsersResponse::users));
 }
 
 QCoro::Task<void> AdminStore::loadWorkspaces()
 {
-    const auto keep = [this](AdminWorkspacesResponse answer) {
-        m_workspaces.assign(std::move(answer.workspaces));
-    };
-    return load(get<AdminWorkspacesResponse>(QStringLiteral("/v1/admin/workspaces"), keep));
+    return load(get(QStringLiteral("/v1/admin/workspaces"), m_workspaces,
+                    &AdminWorkspacesResponse::workspaces));
 }
 
 QCoro::Task<void> AdminStore::loadCatalog()

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "service/featurestore.h"
-#include "service/recordlist.h"
 #include "workspace/adminrecords.h"
 #include "workspace/adminworkspacerecords.h"
 

@@ -18,10 +18,8 @@ QCoro::Task<void> ProfileStore::load()
 ProfileStore::Reply<void> ProfileStore::fetchAndProbe()
 {
     const QPointer<ProfileStore> self(this);
-    const auto keep = [this](UserProfile answer) {
-        assign(m_profile, std::move(answer), &ProfileStore::profileChanged);
-    };
-    const Source<UserProfile> source = get<UserProfile>(QStringLiteral("/v1/me/profile"), keep);
+    const auto source =
+        get(QStringLiteral("/v1/me/profile"), m_profile, &ProfileStore::profileChanged);
     const Result<void> fetched = co_await fetch(source);
     if (!self)
         co_return Result<void>{};

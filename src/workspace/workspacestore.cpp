@@ -23,21 +23,16 @@ using base::Result;
 
 QCoro::Task<void> WorkspaceStore::loadDetail(QString slug)
 {
-    const auto keep = [this](WorkspaceDetail answer) {
-        assign(m_detail, std::move(answer), &WorkspaceStore::detailChanged);
-    };
-    return load(get<WorkspaceDetail>(pathOf(slug), keep));
+    return load(get(pathOf(slug), m_detail, &WorkspaceStore::detailChanged));
 }
 
 QCoro::Task<void> WorkspaceStore::loadAudit(QString slug)
 {
-    const auto ask = [this, slug](const std::stop_token &) {
+    auto log = get({}, m_audit, &AuditLogResponse::entries);
+    log.request = [this, slug](const std::stop_token &) {
         return api().auditLog<AuditLogResponse>(slug, auditLimit);
     };
-    const auto keep = [this](AuditLogResponse answer) {
-        m_audit.assign(std::move(answer.entries));
-    };
-    return load(Source<AuditLogResponse>{ask, keep});
+    return load(log);
 }
 
 QCoro::Task<void> WorkspaceStore::loadMembers(QString slug)

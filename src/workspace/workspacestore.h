@@ -4,7 +4,6 @@
 #pragma once
 
 #include "service/featurestore.h"
-#include "service/recordlist.h"
 #include "workspace/workspacerecords.h"
 
 namespace velto::workspace

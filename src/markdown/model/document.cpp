@@ -12,9 +12,9 @@ namespace velto::markdown
 
 std::string_view takeLine(std::string_view &rest)
 {
-    const std::size_t end = rest.find_first_of("\r\n");
-    const std::string_view line = rest.substr(0, end);
-    std::size_t next = std::min(end, rest.size());
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    line = line.substr(0, line.find('\r'));
+    std::size_t next = line.size();
     if (next < rest.size())
         next += rest.substr(next).starts_with("\r\n") ? 2 : 1;
     rest.remove_prefix(next);

@@ -183,7 +183,7 @@ void LineGuard::feedTableRow(Parser &parser, const cmark_node *table, std::strin
         return;
     }
     const qint64 columns = cmark_gfm_extensions_get_table_columns(const_cast<cmark_node *>(table));
-    m_work += columns * (5 + columns / 16) + pipes * pipes / 32;
+    m_work += 10 + columns * (5 + columns / 16) + pipes * pipes / 32;
 }
 
 bool LineGuard::feed(Parser &parser, std::string_view line)

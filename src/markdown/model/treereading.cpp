@@ -171,12 +171,22 @@ NodeType typeOf(const cmark_node *node)
             return NodeType::Strong;
         case CMARK_NODE_CODE:
             return NodeType::Code;
+        case CMARK_NODE_EMPH:
+            return NodeType::Emphasis;
         case CMARK_NODE_LINK:
             return NodeType::Link;
+        case CMARK_NODE_LIST:
+            return NodeType::List;
+        case CMARK_NODE_CODE_BLOCK:
+            return NodeType::CodeBlock;
+        case CMARK_NODE_HEADING:
+            return NodeType::Heading;
         default:
             break;
         }
     }
+    if (node->type == CMARK_NODE_TABLE_CELL)
+        return NodeType::TableCell;
     const std::string_view name = nameOf(node);
     const std::optional<NodeType> type = nodeType(name);
     if (!type)

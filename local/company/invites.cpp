@@ -93,7 +93,7 @@ std::string Invites::flawOf(const std::string &workspaceId, std::string_view ema
 std::string Invites::invite(const Caller &caller, const std::string &workspaceId,
                             std::string_view email, Role role)
 {
-    const std::string id = randomId("inv_");
+    std::string id = randomId("inv_");
     // An expired one is in the way.
     Statement(m_database, "INSERT OR REPLACE INTO invites (id, workspace_id, email, role,"
                           " created_by, created_at, expires_at) VALUES (?, ?, ?, ?, ?, ?, ?)")

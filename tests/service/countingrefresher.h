@@ -5,6 +5,8 @@
 
 #include "service/tokenrefresher.h"
 
+#include <functional>
+
 namespace velto::test
 {
 
@@ -15,6 +17,8 @@ public:
     [[nodiscard]] QCoro::Task<base::Result<service::Tokens>> refresh() override
     {
         ++calls;
+        if (onRefresh)
+            onRefresh();
         if (failure)
             co_return tl::unexpected(*failure);
         const QString token = QStringLiteral("fresh-%1").arg(calls);
@@ -22,6 +26,7 @@ public:
     }
 
     int calls = 0;
+    std::function<void()> onRefresh;
     std::optional<base::Failure> failure;
 };
 

@@ -262,6 +262,36 @@ TEST_F(APIClientTest, ReadChecksTheStatusAndThenDecodes)
     EXPECT_NE(failureOf<APIError>(await(m_api.read<Nested>("GET", path))), nullptr);
 }
 
+TEST_F(APIClientTest, ReadEndsWhenItIsStopped)
+{
+    std::optional<test::Exchange> pending;
+    m_server.on("/v1/x", [&](const auto &, const test::Exchange &exchange) { pending = exchange; });
+    std::stop_source stop;
+    QCoro::Task<base::Result<Nested>> reading =
+        m_api.read<Nested>("GET", path, {}, stop.get_token());
+    ASSERT_TRUE(test::waitUntil([&] { return pending.has_value(); }));
+    stop.request_stop();
+    const auto stopped = await(std::move(reading));
+    ASSERT_FALSE(stopped);
+    EXPECT_TRUE(base::isCancellation(stopped.error()));
+    EXPECT_TRUE(test::waitUntil([&] { return !pending->isOpen(); }));
+}
+
+TEST_F(APIClientTest, StoppingSparesTheRefreshThatOthersShare)
+{
+    std::stop_source stop;
+    m_server.on("/v1/x",
+                [&](const auto &, const test::Exchange &exchange) { exchange.respond(401); });
+    QCoro::Task<base::Result<Nested>> reading =
+        m_api.read<Nested>("GET", path, {}, stop.get_token());
+    m_auth.onRefresh = [&] { stop.request_stop(); };
+    const auto stopped = await(std::move(reading));
+    ASSERT_FALSE(stopped);
+    EXPECT_TRUE(base::isCancellation(stopped.error()));
+    EXPECT_EQ(m_api.accessToken(), QStringLiteral("fresh-1"));
+    EXPECT_EQ(m_server.requests().size(), 1);
+}
+
 TEST_F(APIClientTest, TheTokenReachesNoOtherOriginByARedirect)
 {
     test::ScriptedServer foreign;

@@ -61,6 +61,9 @@ protected:
                                         R"({"id":"w","slug":"s","name":"W","role":"member"}],)"
                                         R"("user":{"name":"Ada"}})"));
         server.on("/v1/conversations", answer(200, "[]"));
+        server.on("/v1/me/profile",
+                  answer(200, R"({"memberships":[],"integrations":{"googleConnected":false}})"));
+        server.on("/v1/admin/overview", answer(403, "no"));
         makeState();
     }
 

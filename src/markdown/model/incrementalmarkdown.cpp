@@ -104,7 +104,7 @@ void IncrementalMarkdown::Private::append(QStringView text)
 void IncrementalMarkdown::Private::rebuild()
 {
     const auto oldTree = std::exchange(m_tree, std::make_unique<GrowingTree>());
-    const MarkdownContent old = m_whole ? std::move(*m_whole) : oldTree->content();
+    const MarkdownContent old = m_whole ? *m_whole : oldTree->content();
     m_whole.reset();
     // Into an empty tree, where no definition can come too late.
     if (!m_tree->addLines(view(m_lines)))

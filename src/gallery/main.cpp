@@ -46,7 +46,8 @@ Arguments parse(const QStringList &words)
     parser.addPositionalArgument(QStringLiteral("file"),
                                  QStringLiteral("A document; one of every construct without it."));
     parser.addOptions({
-        {QStringLiteral("theme"), QStringLiteral("One of: ") + themeNames().join(QLatin1String(", ")),
+        {QStringLiteral("theme"),
+         QStringLiteral("One of: ") + themeNames().join(QLatin1String(", ")),
          QStringLiteral("name"), themeNames().constFirst()},
         {QStringLiteral("dark"), QStringLiteral("Light on dark.")},
         {QStringLiteral("width"), QStringLiteral("Of the window."), QStringLiteral("pixels"),
@@ -59,8 +60,8 @@ Arguments parse(const QStringList &words)
          QStringLiteral("speed")},
     });
     parser.process(words);
-    const QString file = parser.positionalArguments().value(
-        0, QStringLiteral(":/qt/qml/Velto/Gallery/showcase.md"));
+    const QString file =
+        parser.positionalArguments().value(0, QStringLiteral(":/qt/qml/Velto/Gallery/showcase.md"));
     Arguments arguments;
     arguments.settings = {file,
                           contentsOf(file),

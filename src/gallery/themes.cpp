@@ -21,6 +21,16 @@ Theme::Block heading(qreal size, qreal above, std::optional<qreal> below)
     }};
 }
 
+Theme::Block minorHeading()
+{
+    return {[](const BlockConfiguration &block) {
+        return block.label
+            .textStyle(TextStyleBuilder::build(FontSize{13.0}, FontWeight{QFont::DemiBold},
+                                               ForegroundColor{Ink::secondary()}))
+            .margin(12, 3);
+    }};
+}
+
 BlockView quote(const BlockConfiguration &block)
 {
     return block.label.textStyle(ForegroundColor{Ink::secondary()})
@@ -64,6 +74,9 @@ Theme reading()
         .heading(1, heading(20, 18, 6))
         .heading(2, heading(17, 16, 5))
         .heading(3, heading(15, 14, 4))
+        .heading(4, minorHeading())
+        .heading(5, minorHeading())
+        .heading(6, minorHeading())
         .blockquote({quote})
         .listItem({[](const BlockConfiguration &block) { return block.label.margin(3, 3); }})
         .codeBlock({code})

@@ -26,9 +26,8 @@ void AttributedString::appendImage(const QString &source, const TextAttributes &
 
 qsizetype AttributedString::length() const
 {
-    return std::accumulate(
-        m_runs.cbegin(), m_runs.cend(), qsizetype(0),
-        [](qsizetype sum, const TextRun &run) { return sum + run.text.size(); });
+    return std::accumulate(m_runs.cbegin(), m_runs.cend(), qsizetype(0),
+                           [](qsizetype sum, const TextRun &run) { return sum + run.text.size(); });
 }
 
 QString AttributedString::plainText() const

@@ -63,8 +63,8 @@ struct Dispatch
     {
         const std::optional<InlineBlock> found = inlineBlock(block, *environment);
         Q_ASSERT(found);
-        auto box = std::make_unique<TextBox>(host, environment, found->view, found->kind,
-                                             TextSetting{});
+        auto box =
+            std::make_unique<TextBox>(host, environment, found->view, found->kind, TextSetting{});
         box->setNodes(found->nodes);
         return box;
     }

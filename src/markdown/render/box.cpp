@@ -41,6 +41,7 @@ void Box::layOut(qreal width)
 {
     if (m_isValid && m_size.width() == width)
         return;
+    m_isMeasured = m_isMeasured && m_size.width() == width;
     m_isValid = true;
     const QMarginsF around = padding();
     m_contentWidth = std::max(0.0, width - around.left() - around.right());
@@ -52,7 +53,7 @@ void Box::layOut(qreal width)
 void Box::invalidate()
 {
     for (Box *box = this; box != nullptr; box = box->m_parent)
-        box->m_isValid = false;
+        box->m_isValid = box->m_isMeasured = false;
 }
 
 void Box::setView(const BlockView &view)
@@ -139,7 +140,14 @@ void Box::repaint()
         m_item->redraw();
 }
 
-bool Box::measure(const std::function<bool()> &)
+bool Box::measure(const std::function<bool()> &isDone)
+{
+    if (!m_isMeasured)
+        m_isMeasured = measureContent(isDone);
+    return m_isMeasured;
+}
+
+bool Box::measureContent(const std::function<bool()> &)
 {
     return true;
 }
@@ -158,10 +166,9 @@ qreal Box::topMargin() const
 
 qreal Box::bottomMargin() const
 {
-    const qreal usual =
-        m_environment->tightSpacingEnabled
-            ? 0
-            : usualDistance.points(0, m_environment->text.baseSize);
+    const qreal usual = m_environment->tightSpacingEnabled
+                            ? 0
+                            : usualDistance.points(0, m_environment->text.baseSize);
     const qreal own = m_view.margin().bottom.value_or(usual);
     return marginsCollapse() ? std::max(own, contentBottomMargin()) : own;
 }
@@ -174,8 +181,7 @@ std::optional<qreal> Box::firstBaseline() const
 
 bool Box::drawsAround() const
 {
-    return m_view.background() || m_view.outline() || m_view.leadingBar() ||
-           m_view.dividerBelow();
+    return m_view.background() || m_view.outline() || m_view.leadingBar() || m_view.dividerBelow();
 }
 
 void Box::paint(QSGNode &node, QQuickItem &item)
@@ -194,8 +200,8 @@ void Box::paintAround(QSGNode &node, QQuickItem &item) const
     if (m_view.leadingBar()) {
         const qreal width = m_view.leadingBar()->width;
         const qreal x = isRightToLeft() ? m_size.width() - width : 0;
-        addRectangle(node, item, {x, 0, width, m_size.height()},
-                     m_view.leadingBar()->ink.colour(), width / 2);
+        addRectangle(node, item, {x, 0, width, m_size.height()}, m_view.leadingBar()->ink.colour(),
+                     width / 2);
     }
     if (m_view.dividerBelow())
         addRectangle(node, item, {0, m_size.height() - hairline, m_size.width(), hairline},

@@ -77,7 +77,7 @@ public:
     void hide();
     [[nodiscard]] QQuickItem *item() const;
     /// Measures guessed texts until `isDone`; true when there are none left.
-    [[nodiscard]] virtual bool measure(const std::function<bool()> &isDone);
+    [[nodiscard]] bool measure(const std::function<bool()> &isDone);
 
     /// Distances wanted above and below, those of the content included.
     [[nodiscard]] qreal topMargin() const;
@@ -114,6 +114,7 @@ public:
 protected:
     /// Gives the height for a width.
     [[nodiscard]] virtual qreal layOutContent(qreal width) = 0;
+    [[nodiscard]] virtual bool measureContent(const std::function<bool()> &isDone);
     virtual void showContent(const QRectF &visible, QQuickItem &item);
     virtual void hideContent();
     [[nodiscard]] virtual bool drawsContent() const { return false; }
@@ -144,6 +145,7 @@ private:
     QSizeF m_size;
     qreal m_contentWidth = 0;
     bool m_isValid = false;
+    bool m_isMeasured = false;
     std::unique_ptr<BlockItem> m_item;
 };
 

@@ -25,7 +25,8 @@ QList<AttributedString> linePieces(const AttributedString &text, int lines)
     int inPiece = 0;
     for (const TextRun &run : text.runs()) {
         qsizetype start = 0;
-        for (qsizetype at = run.text.indexOf(u'\n'); at >= 0; at = run.text.indexOf(u'\n', at + 1)) {
+        for (qsizetype at = run.text.indexOf(u'\n'); at >= 0;
+             at = run.text.indexOf(u'\n', at + 1)) {
             if (++inPiece < lines)
                 continue;
             pieces.last().append(run.text.mid(start, at - start), run.attributes);
@@ -92,8 +93,7 @@ AttributedString CodeBox::captionText() const
 {
     AttributedString text;
     if (view().caption())
-        text.append(view().caption()->text,
-                    view().caption()->style.applied(environment()->text));
+        text.append(view().caption()->text, view().caption()->style.applied(environment()->text));
     return text;
 }
 
@@ -142,7 +142,7 @@ void CodeBox::hideInner()
         piece->hide();
 }
 
-bool CodeBox::measure(const std::function<bool()> &isDone)
+bool CodeBox::measureContent(const std::function<bool()> &isDone)
 {
     return std::all_of(m_pieces.cbegin(), m_pieces.cend(),
                        [&](const auto &piece) { return piece->measure(isDone); });

@@ -9,15 +9,14 @@
 namespace velto::markdown
 {
 
-/// A block of code as the highlighter gives it, and a caption if the style wants one. Kept in pieces
-/// of some lines, so that one that grows, or is long, costs what shows of it.
+/// A block of code as the highlighter gives it, and a caption if the style wants one. Kept in
+/// pieces of some lines, so that one that grows, or is long, costs what shows of it.
 class CodeBox final : public SidewaysBox
 {
 public:
     CodeBox(BoxHost &host, const EnvironmentPointer &environment, const blocks::CodeBlock &code);
 
     [[nodiscard]] bool take(const BlockNode &block) override;
-    [[nodiscard]] bool measure(const std::function<bool()> &isDone) override;
     void collectTexts(std::vector<TextBox *> &texts) override;
     [[nodiscard]] TextBox *textNear(QPointF point) override;
     void repaint() override;
@@ -27,6 +26,7 @@ public:
 
 protected:
     [[nodiscard]] qreal layOutContent(qreal width) override;
+    [[nodiscard]] bool measureContent(const std::function<bool()> &isDone) override;
     [[nodiscard]] qreal innerWidth() const override { return m_innerWidth; }
     void showInner(const QRectF &visible, QQuickItem &inner) override;
     void hideInner() override;

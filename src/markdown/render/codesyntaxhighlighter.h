@@ -16,9 +16,9 @@ class CodeSyntaxHighlighter
 public:
     virtual ~CodeSyntaxHighlighter() = default;
     /// All of `code`, in attributes that start from `attributes`.
-    [[nodiscard]] virtual AttributedString highlightCode(const QString &code,
-                                                         const std::optional<QString> &language,
-                                                         const TextAttributes &attributes) const = 0;
+    [[nodiscard]] virtual AttributedString
+    highlightCode(const QString &code, const std::optional<QString> &language,
+                  const TextAttributes &attributes) const = 0;
 };
 
 /// Leaves code as it is.

@@ -33,7 +33,7 @@ struct Environment
     TableBorderStyle tableBorderStyle;
     TableBackgroundStyle tableBackgroundStyle =
         TableBackgroundStyle::header(Ink::primary().faded(0.04));
-    TextAttributes text; ///< The attributes that all text starts from.
+    TextAttributes text;  ///< The attributes that all text starts from.
     qreal lineHeight = 1; ///< Distance of lines in proportion to the font's own.
     Theme theme;
 

@@ -38,7 +38,9 @@ std::optional<ImageFlow> ImageFlow::of(const QList<InlineNode> &nodes)
     ImageFlow flow;
     bool hasImage = false;
     for (const InlineNode &node : nodes) {
-        if (std::holds_alternative<inlines::SoftBreak>(node.kind))
+        // The blanks before a break leave an empty text.
+        if (node == InlineNode{inlines::Text{}} ||
+            std::holds_alternative<inlines::SoftBreak>(node.kind))
             continue;
         const auto image = imageOf(node);
         if (image)

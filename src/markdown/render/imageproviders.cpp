@@ -80,8 +80,7 @@ AssetImageProvider::AssetImageProvider(QString folder, QObject *parent)
     , m_folder(std::move(folder))
 {}
 
-QQuickItem *AssetImageProvider::makeImage(const QUrl &url, const QString &label,
-                                          QQuickItem *parent)
+QQuickItem *AssetImageProvider::makeImage(const QUrl &url, const QString &label, QQuickItem *parent)
 {
     const QImage image = asset(m_folder, url);
     return image.isNull() ? nullptr : new PictureItem(image, label, parent);

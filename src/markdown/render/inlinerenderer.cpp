@@ -48,33 +48,32 @@ void AttributedStringInlineRenderer::render(const QList<InlineNode> &nodes)
 void AttributedStringInlineRenderer::renderNode(const InlineNode &node)
 {
     const bool breaksLines = m_softBreakMode == SoftBreak::Mode::LineBreak;
-    std::visit(
-        Overloaded{
-            [this](const inlines::Text &text) { renderText(text.text); },
-            [this](const inlines::Code &code) {
-                m_result.append(code.text, m_textStyles.code.applied(m_attributes));
-            },
-            [this](const inlines::Html &html) { renderHtml(html.text); },
-            [this](const inlines::Emphasis &emphasis) {
-                renderStyled(m_textStyles.emphasis, emphasis.children);
-            },
-            [this](const inlines::Strong &strong) {
-                renderStyled(m_textStyles.strong, strong.children);
-            },
-            [this](const inlines::Strikethrough &struck) {
-                renderStyled(m_textStyles.strikethrough, struck.children);
-            },
-            [this](const inlines::Link &link) { renderLink(link); },
-            [this](const inlines::Image &image) { renderImage(image); },
-            [&](const inlines::SoftBreak &) {
-                m_result.append(breaksLines ? QStringLiteral("\n") : QStringLiteral(" "),
-                                m_attributes);
-            },
-            [this](const inlines::LineBreak &) {
-                m_result.append(QStringLiteral("\n"), m_attributes);
-            },
-        },
-        node.kind);
+    std::visit(Overloaded{
+                   [this](const inlines::Text &text) { renderText(text.text); },
+                   [this](const inlines::Code &code) {
+                       m_result.append(code.text, m_textStyles.code.applied(m_attributes));
+                   },
+                   [this](const inlines::Html &html) { renderHtml(html.text); },
+                   [this](const inlines::Emphasis &emphasis) {
+                       renderStyled(m_textStyles.emphasis, emphasis.children);
+                   },
+                   [this](const inlines::Strong &strong) {
+                       renderStyled(m_textStyles.strong, strong.children);
+                   },
+                   [this](const inlines::Strikethrough &struck) {
+                       renderStyled(m_textStyles.strikethrough, struck.children);
+                   },
+                   [this](const inlines::Link &link) { renderLink(link); },
+                   [this](const inlines::Image &image) { renderImage(image); },
+                   [&](const inlines::SoftBreak &) {
+                       m_result.append(breaksLines ? QStringLiteral("\n") : QStringLiteral(" "),
+                                       m_attributes);
+                   },
+                   [this](const inlines::LineBreak &) {
+                       m_result.append(QStringLiteral("\n"), m_attributes);
+                   },
+               },
+               node.kind);
 }
 
 void AttributedStringInlineRenderer::renderText(const QString &text)
@@ -116,8 +115,8 @@ void AttributedStringInlineRenderer::renderImage(const inlines::Image &image)
 }
 
 TextInlineRenderer::TextInlineRenderer(QUrl baseURL, InlineTextStyles textStyles,
-                                       QHash<QString, QImage> images,
-                                       SoftBreak::Mode softBreakMode, TextAttributes attributes)
+                                       QHash<QString, QImage> images, SoftBreak::Mode softBreakMode,
+                                       TextAttributes attributes)
     : AttributedStringInlineRenderer(std::move(baseURL), std::move(textStyles), softBreakMode,
                                      std::move(attributes))
     , m_images(std::move(images))

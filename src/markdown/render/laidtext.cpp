@@ -11,12 +11,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace velto::markdown
 {
 
 namespace
 {
+
+constexpr std::size_t mostLineMetrics = 64;
 
 struct LineMetrics
 {
@@ -74,14 +77,25 @@ LineMetrics measuredLine(const TextAttributes &attributes, qreal lineHeight)
     return {text.size().height(), text.firstBaseline()};
 }
 
-const LineMetrics &lineMetrics(const TextAttributes &attributes, qreal lineHeight)
+LineMetrics lineMetrics(const TextAttributes &attributes, qreal lineHeight)
 {
-    static QHash<QString, LineMetrics> known;
-    const QString key = fontOf(attributes).key() + QString::number(lineHeight);
-    const auto found = known.constFind(key);
+    struct Entry
+    {
+        QFont font;
+        qreal lineHeight;
+        LineMetrics metrics;
+    };
+    static std::vector<Entry> known;
+    const QFont font = fontOf(attributes);
+    const auto found = std::find_if(known.cbegin(), known.cend(), [&](const Entry &entry) {
+        return entry.lineHeight == lineHeight && entry.font == font;
+    });
     if (found != known.cend())
-        return *found;
-    return *known.insert(key, measuredLine(attributes, lineHeight));
+        return found->metrics;
+    if (known.size() == mostLineMetrics)
+        known.clear();
+    known.push_back({font, lineHeight, measuredLine(attributes, lineHeight)});
+    return known.back().metrics;
 }
 
 qreal guessedAdvance(QStringView text, qreal fontSize)
@@ -97,6 +111,7 @@ qreal guessedAdvance(QStringView text, qreal fontSize)
 LaidText::LaidText(const AttributedString &text, const TextSetting &setting,
                    const QHash<QString, QSizeF> &imageSizes)
     : m_wraps(setting.wraps)
+    , m_lineHeight(setting.lineHeight)
 {
     m_document.setUndoRedoEnabled(false);
     m_document.setDocumentMargin(0);
@@ -182,24 +197,31 @@ qreal LaidText::idealWidth() const
 
 qreal LaidText::firstBaseline() const
 {
-    (void)m_document.size(); // lays out
     const QTextLine line = layout().lineAt(0);
-    return line.isValid() ? line.y() + line.ascent() : 0;
+    return line.isValid() ? drop() + line.y() + line.ascent() : 0;
+}
+
+qreal LaidText::drop() const
+{
+    const QTextLine line = layout().lineAt(0);
+    return line.isValid() ? std::round(line.height() * (m_lineHeight - 1) / 2) : 0;
 }
 
 QTextLayout &LaidText::layout() const
 {
+    (void)m_document.size(); // lays out what has changed
     return *m_document.firstBlock().layout();
 }
 
 int LaidText::positionAt(QPointF point) const
 {
-    return m_document.documentLayout()->hitTest(point, Qt::FuzzyHit);
+    return m_document.documentLayout()->hitTest(point - QPointF(0, drop()), Qt::FuzzyHit);
 }
 
 int LaidText::runAt(QPointF point) const
 {
-    const int position = m_document.documentLayout()->hitTest(point, Qt::ExactHit);
+    const int position =
+        m_document.documentLayout()->hitTest(point - QPointF(0, drop()), Qt::ExactHit);
     if (position < 0)
         return -1;
     int start = 0;
@@ -227,7 +249,7 @@ QList<QRectF> LaidText::rectangles(int from, int to) const
             continue;
         const qreal a = line.cursorToX(start);
         const qreal b = line.cursorToX(end);
-        found.append({std::min(a, b), line.y(), std::abs(b - a), line.height()});
+        found.append({std::min(a, b), drop() + line.y(), std::abs(b - a), line.height()});
     }
     return found;
 }
@@ -267,8 +289,7 @@ qreal LaidText::measuredWidth(const AttributedString &text)
     return std::ceil(widest);
 }
 
-qreal LaidText::guessedHeight(const AttributedString &text, qreal width,
-                              const TextSetting &setting)
+qreal LaidText::guessedHeight(const AttributedString &text, qreal width, const TextSetting &setting)
 {
     if (text.isEmpty())
         return 0;
@@ -280,8 +301,8 @@ qreal LaidText::guessedHeight(const AttributedString &text, qreal width,
     }
     if (setting.wraps && width > 0)
         lines = std::max(lines, std::ceil(advance / width));
-    return std::ceil(
-        lines * singleLineHeight(text.runs().constFirst().attributes, setting.lineHeight));
+    return std::ceil(lines *
+                     singleLineHeight(text.runs().constFirst().attributes, setting.lineHeight));
 }
 
 } // namespace velto::markdown

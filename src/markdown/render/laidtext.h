@@ -45,6 +45,8 @@ public:
     [[nodiscard]] qreal firstBaseline() const;
     [[nodiscard]] qsizetype length() const { return m_text.length(); }
     [[nodiscard]] QTextLayout &layout() const;
+    /// What the layout is lowered by: of the room between lines, half belongs above a line.
+    [[nodiscard]] qreal drop() const;
 
     /// The character boundary next to a point.
     [[nodiscard]] int positionAt(QPointF point) const;
@@ -56,8 +58,7 @@ public:
     [[nodiscard]] int runStart(qsizetype run) const;
 
     /// Height of one line of such text. Remembered, since it is asked for every block.
-    [[nodiscard]] static qreal singleLineHeight(const TextAttributes &attributes,
-                                                qreal lineHeight);
+    [[nodiscard]] static qreal singleLineHeight(const TextAttributes &attributes, qreal lineHeight);
     [[nodiscard]] static qreal singleLineBaseline(const TextAttributes &attributes,
                                                   qreal lineHeight);
     /// Width of the text on lines as long as they are, without laying it out.
@@ -73,6 +74,7 @@ private:
     AttributedString m_text;
     QTextDocument m_document;
     bool m_wraps;
+    qreal m_lineHeight;
 };
 
 } // namespace velto::markdown

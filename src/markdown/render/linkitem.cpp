@@ -38,8 +38,9 @@ LinkItem::LinkItem(BoxHost &host, TextBox::Link link)
     describe(*this, QAccessible::Link, m_link.text, m_link.url.toDisplayString());
     auto *accessible = qobject_cast<QQuickAccessibleAttached *>(
         qmlAttachedPropertiesObject<QQuickAccessibleAttached>(this));
-    connect(accessible, &QQuickAccessibleAttached::pressAction, this,
-            [this] { m_host.open(m_link.url); });
+    if (accessible != nullptr) // absent until QML has loaded Qt Quick
+        connect(accessible, &QQuickAccessibleAttached::pressAction, this,
+                [this] { m_host.open(m_link.url); });
 }
 
 void LinkItem::keyPressEvent(QKeyEvent *event)

@@ -120,7 +120,7 @@ void ListItemBox::hideContent()
     m_content.hide();
 }
 
-bool ListItemBox::measure(const std::function<bool()> &isDone)
+bool ListItemBox::measureContent(const std::function<bool()> &isDone)
 {
     return m_content.measure(isDone);
 }
@@ -163,8 +163,7 @@ QPointF ListItemBox::markerPosition(const LaidText &marker) const
                                                           : m_markerWidth - width;
     if (isRightToLeft())
         x = size().width() - x - width;
-    const qreal own =
-        LaidText::singleLineBaseline(environment()->text, environment()->lineHeight);
+    const qreal own = LaidText::singleLineBaseline(environment()->text, environment()->lineHeight);
     const qreal baseline = m_content.firstBaseline().value_or(own);
     if (std::holds_alternative<BlockView::Text>(m_marker.content()))
         return {std::round(x), contentOrigin().y() + baseline - marker.firstBaseline()};

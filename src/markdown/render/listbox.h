@@ -21,7 +21,6 @@ public:
     void setMarkerWidth(qreal width);
     [[nodiscard]] qreal wantedMarkerWidth() const;
 
-    [[nodiscard]] bool measure(const std::function<bool()> &isDone) override;
     [[nodiscard]] bool isRightToLeft() const override { return m_content.isRightToLeft(); }
     void collectTexts(std::vector<TextBox *> &texts) override;
     [[nodiscard]] TextBox *firstText() override { return m_content.firstText(); }
@@ -35,6 +34,7 @@ public:
 
 protected:
     [[nodiscard]] qreal layOutContent(qreal width) override;
+    [[nodiscard]] bool measureContent(const std::function<bool()> &isDone) override;
     void showContent(const QRectF &visible, QQuickItem &item) override;
     void hideContent() override;
     [[nodiscard]] bool drawsContent() const override { return true; }

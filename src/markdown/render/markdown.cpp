@@ -4,6 +4,7 @@
 #include "markdown/render/markdown.h"
 
 #include "controls/tokens.h"
+#include "markdown/imageview/networkimageloaderkey.h"
 #include "markdown/render/blockviews.h"
 
 #include <QElapsedTimer>
@@ -67,12 +68,16 @@ Markdown::Markdown(QQuickItem *parent)
     setCursor(QCursor(Qt::IBeamCursor));
     setActiveFocusOnTab(true);
     m_wanted.lineHeight = Tokens::instance().property("readingLineHeight").toReal();
+    m_wanted.imageProvider = &m_defaultImages;
     m_environment = settled(m_wanted);
     connectRows();
     connect(&Tokens::instance(), &Tokens::coloursChanged, this, &Markdown::followColours);
 }
 
-Markdown::~Markdown() = default;
+Markdown::~Markdown()
+{
+    m_root.remove(0, m_root.count()); // texts say farewell to the selection
+}
 
 void Markdown::setText(const QString &text)
 {
@@ -102,7 +107,8 @@ void Markdown::setContent(const MarkdownContent &content)
 {
     m_text.clear();
     m_taken = 0;
-    m_isAnew = true;
+    m_isAnew = false;
+    m_parsed.reset();
     m_blocks.setBlocks(filtered(content.blocks, m_scheme));
     polish();
 }
@@ -134,7 +140,8 @@ void Markdown::setTheme(const Theme &theme)
 
 void Markdown::setImageProvider(ImageProvider *provider)
 {
-    change(m_wanted.imageProvider, QPointer<ImageProvider>(provider));
+    change(m_wanted.imageProvider,
+           QPointer<ImageProvider>(provider != nullptr ? provider : &m_defaultImages));
 }
 
 void Markdown::setInlineImageProvider(std::shared_ptr<InlineImageProvider> provider)
@@ -184,8 +191,10 @@ void Markdown::resetEnvironment()
 void Markdown::followColours()
 {
     const ColorScheme scheme = Tokens::instance().isDark() ? ColorScheme::Dark : ColorScheme::Light;
-    if (std::exchange(m_scheme, scheme) != scheme && !m_text.isEmpty())
-        m_blocks.setBlocks(filtered(m_parsed.content().blocks, m_scheme));
+    if (std::exchange(m_scheme, scheme) != scheme && !m_text.isEmpty()) {
+        m_hidesPictures = false;
+        m_blocks.setBlocks(shown(m_parsed.content().blocks, 0));
+    }
     m_root.repaint();
     if (m_caret)
         m_caret->update();
@@ -207,8 +216,7 @@ void Markdown::connectRows()
             [this](const QModelIndex &from, const QModelIndex &to) {
                 for (int row = from.row(); row <= to.row(); ++row) {
                     if (!m_root.at(row).take(m_blocks.blocks()[row]))
-                        m_root.replace(
-                            row, makeBox(*this, m_environment, m_blocks.blocks()[row]));
+                        m_root.replace(row, makeBox(*this, m_environment, m_blocks.blocks()[row]));
                 }
             });
 }
@@ -301,6 +309,7 @@ void Markdown::takeOver()
     if (!m_isAnew && m_taken == m_text.size())
         return;
     if (std::exchange(m_isAnew, false)) {
+        m_hidesPictures = false;
         m_parsed.reset(m_text);
     } else {
         emit growing();
@@ -309,8 +318,17 @@ void Markdown::takeOver()
     m_taken = m_text.size();
     const qsizetype first = m_parsed.firstChangedBlock();
     const QList<BlockNode> &blocks = m_parsed.content().blocks;
-    // One that was made for the other colour scheme shows without its pictures.
-    m_blocks.setBlocks(filtered(blocks, m_scheme), first);
+    m_blocks.setBlocks(shown(blocks, first), first);
+}
+
+// Only what is new can be the first to have pictures for the other scheme.
+QList<BlockNode> Markdown::shown(const QList<BlockNode> &blocks, qsizetype firstChanged)
+{
+    const qsizetype first = std::min(firstChanged, blocks.size());
+    if (!m_hidesPictures && filtered(blocks.sliced(first), m_scheme) == blocks.sliced(first))
+        return blocks;
+    m_hidesPictures = true;
+    return filtered(blocks, m_scheme);
 }
 
 void Markdown::layOutAll()
@@ -380,7 +398,9 @@ void Markdown::forget(const TextBox &text)
 
 QImage Markdown::inlineImage(const QString &source, const QString &label)
 {
-    const auto &provider = m_wanted.inlineImageProvider;
+    std::shared_ptr<InlineImageProvider> provider = m_wanted.inlineImageProvider;
+    if (NetworkImageLoader *loader = provider ? nullptr : NetworkImageLoaderKey::loader(this))
+        provider = std::make_shared<DefaultInlineImageProvider>(loader);
     if (provider && !m_inlineImages.contains(source) && !m_loading.contains(source)) {
         m_loading.insert(source);
         loadInline(this, provider, source, m_environment->resolvedImage(source), label);

@@ -6,6 +6,7 @@
 #include "markdown/model/incrementalmarkdown.h"
 #include "markdown/render/blocklistmodel.h"
 #include "markdown/render/environment.h"
+#include "markdown/render/imageproviders.h"
 #include "markdown/render/imagerule.h"
 #include "markdown/render/sequencebox.h"
 #include "markdown/render/textselection.h"
@@ -35,8 +36,8 @@ class Markdown : public QQuickItem, private BoxHost
     Q_PROPERTY(QUrl baseURL READ baseURL WRITE setBaseURL NOTIFY environmentChanged FINAL)
     Q_PROPERTY(
         QUrl imageBaseURL READ imageBaseURL WRITE setImageBaseURL NOTIFY environmentChanged FINAL)
-    Q_PROPERTY(velto::markdown::Theme theme READ theme WRITE setTheme NOTIFY environmentChanged
-                   FINAL)
+    Q_PROPERTY(
+        velto::markdown::Theme theme READ theme WRITE setTheme NOTIFY environmentChanged FINAL)
     Q_PROPERTY(velto::markdown::ImageProvider *imageProvider READ imageProvider WRITE
                    setImageProvider NOTIFY environmentChanged FINAL)
     Q_PROPERTY(bool keepsLineBreaks READ keepsLineBreaks WRITE setKeepsLineBreaks NOTIFY
@@ -84,6 +85,8 @@ public:
 
     /// The height is that of all the text, nothing is guessed any more.
     [[nodiscard]] bool isMeasured() const { return !m_measuring.isActive() && m_root.isValid(); }
+    /// New text waits a moment, since the last of it took long to lay out.
+    [[nodiscard]] bool isPausing() const { return m_pause.isActive(); }
     [[nodiscard]] const BlockListModel &blockModel() const { return m_blocks; }
     /// The boxes of the blocks, for those who look closely.
     [[nodiscard]] BoxSequence &boxes() { return m_root; }
@@ -108,6 +111,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void hoverEnterEvent(QHoverEvent *event) override;
     void hoverMoveEvent(QHoverEvent *event) override;
     void hoverLeaveEvent(QHoverEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -139,6 +143,7 @@ private:
     [[nodiscard]] QRectF visiblePart() const;
     [[nodiscard]] bool mayBeSeen() const;
     void takeOver();
+    [[nodiscard]] QList<BlockNode> shown(const QList<BlockNode> &blocks, qsizetype firstChanged);
     void layOutAll();
     [[nodiscard]] Anchor findAnchor(const QRectF &visible);
     void keepPlace(const Anchor &anchor);
@@ -154,11 +159,13 @@ private:
     [[nodiscard]] bool handleSelectionKey(QKeyEvent &event);
     void placeCaret();
 
+    DefaultImageProvider m_defaultImages;
     Environment m_wanted;
     EnvironmentPointer m_environment;
     ColorScheme m_scheme = ColorScheme::Light;
     QString m_text;
     qsizetype m_taken = 0; ///< UTF-16 units of the text that have been parsed.
+    bool m_hidesPictures = false;
     bool m_isAnew = false; ///< The text doesn't continue the former.
     IncrementalMarkdown m_parsed;
     BlockListModel m_blocks;

@@ -116,10 +116,10 @@ void Markdown::mousePressEvent(QMouseEvent *event)
     m_pressedLink = linkAt(point);
     m_pressedPoint = point;
     m_isDragging = false;
-    const bool isThird = m_lastDoubleClick != 0 &&
-                         event->timestamp() - m_lastDoubleClick <
-                             static_cast<ulong>(QGuiApplication::styleHints()
-                                                    ->mouseDoubleClickInterval());
+    const bool isThird =
+        m_lastDoubleClick != 0 &&
+        event->timestamp() - m_lastDoubleClick <
+            static_cast<ulong>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
     m_lastDoubleClick = 0;
     if (isThird)
         m_selection.selectParagraph(positionAt(point));
@@ -155,6 +155,11 @@ void Markdown::mouseDoubleClickEvent(QMouseEvent *event)
     m_isDragging = true; // no second opening of a link
     m_selection.selectWord(positionAt(event->position()));
     emit selectionChanged();
+}
+
+void Markdown::hoverEnterEvent(QHoverEvent *event)
+{
+    hover(event->position());
 }
 
 void Markdown::hoverMoveEvent(QHoverEvent *event)
@@ -232,7 +237,8 @@ void Markdown::placeCaret()
     const QTextLine line = text->laid().layout().lineForTextPosition(m_selection.cursor().offset);
     if (!line.isValid())
         return;
-    const QPointF place(line.cursorToX(m_selection.cursor().offset), line.y());
+    const QPointF place(line.cursorToX(m_selection.cursor().offset),
+                        text->laid().drop() + line.y());
     m_caret->setPosition(text->toOutermost(place - text->toText({})));
     m_caret->setSize({caretWidth, line.ascent() + line.descent()});
     m_caret->setZ(1);

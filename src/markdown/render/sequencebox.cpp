@@ -28,6 +28,7 @@ void BoxSequence::insert(qsizetype at, std::unique_ptr<Box> box)
 {
     box->setParent(this);
     m_boxes.insert(m_boxes.begin() + at, std::move(box));
+    m_placed = std::min(m_placed, at);
     invalidate();
 }
 
@@ -35,32 +36,49 @@ void BoxSequence::replace(qsizetype at, std::unique_ptr<Box> box)
 {
     box->setParent(this);
     m_boxes[static_cast<std::size_t>(at)] = std::move(box);
+    m_placed = std::min(m_placed, at);
     invalidate();
 }
 
 void BoxSequence::remove(qsizetype at, qsizetype count)
 {
     m_boxes.erase(m_boxes.begin() + at, m_boxes.begin() + at + count);
+    m_placed = std::min(m_placed, at);
     invalidate();
+}
+
+// Of a long text that grows, only the end has to be placed.
+qsizetype BoxSequence::firstToPlace(qreal width) const
+{
+    if (m_placedWidth != width)
+        return 0;
+    const auto end = m_boxes.cbegin() + m_placed;
+    const auto first =
+        std::find_if(m_boxes.cbegin(), end, [](const auto &box) { return !box->isValid(); });
+    return first - m_boxes.cbegin();
 }
 
 qreal BoxSequence::layOutContent(qreal width)
 {
     const QPointF origin = contentOrigin();
-    qreal y = 0;
+    const qsizetype first = firstToPlace(width);
     const Box *previous = nullptr;
-    for (const auto &box : m_boxes) {
-        box->layOut(width);
-        if (box->isVoid()) {
-            box->setPosition({origin.x(), origin.y() + y});
+    for (qsizetype index = first - 1; index >= 0 && previous == nullptr; --index)
+        previous = at(index).isVoid() ? nullptr : &at(index);
+    qreal y = previous != nullptr ? previous->rectangle().bottom() - origin.y() : 0;
+    for (qsizetype index = first; index < count(); ++index) {
+        Box &box = at(index);
+        box.layOut(width);
+        if (previous != nullptr && !box.isVoid())
+            y += std::round(std::max(previous->bottomMargin(), box.topMargin()));
+        box.setPosition({origin.x(), origin.y() + y});
+        if (box.isVoid())
             continue;
-        }
-        if (previous != nullptr)
-            y += std::round(std::max(previous->bottomMargin(), box->topMargin()));
-        box->setPosition({origin.x(), origin.y() + y});
-        y += box->size().height();
-        previous = box.get();
+        y += box.size().height();
+        previous = &box;
     }
+    m_placed = count();
+    m_placedWidth = width;
     return y;
 }
 
@@ -88,7 +106,7 @@ void BoxSequence::hideContent()
         box->hide();
 }
 
-bool BoxSequence::measure(const std::function<bool()> &isDone)
+bool BoxSequence::measureContent(const std::function<bool()> &isDone)
 {
     return std::all_of(m_boxes.cbegin(), m_boxes.cend(),
                        [&](const auto &box) { return box->measure(isDone); });
@@ -122,14 +140,19 @@ TextBox *BoxSequence::firstText()
 
 TextBox *BoxSequence::textNear(QPointF point)
 {
-    TextBox *nearest = nullptr;
-    for (const auto &box : m_boxes) {
-        if (nearest != nullptr && box->position().y() > point.y())
-            break;
-        TextBox *text = box->textNear(point - box->position());
-        nearest = text != nullptr ? text : nearest;
+    const auto below =
+        std::upper_bound(m_boxes.cbegin(), m_boxes.cend(), point.y(),
+                         [](qreal y, const auto &box) { return y < box->position().y(); });
+    for (auto box = below; box != m_boxes.cbegin();) {
+        --box;
+        if (TextBox *text = (*box)->textNear(point - (*box)->position()))
+            return text;
     }
-    return nearest;
+    for (auto box = below; box != m_boxes.cend(); ++box) {
+        if (TextBox *text = (*box)->textNear(point - (*box)->position()))
+            return text;
+    }
+    return nullptr;
 }
 
 void BoxSequence::takeImages()
@@ -166,9 +189,9 @@ std::optional<qreal> BoxSequence::contentBaseline() const
     if (m_boxes.empty())
         return std::nullopt;
     const std::optional<qreal> baseline = m_boxes.front()->firstBaseline();
-    return baseline ? std::optional(*baseline + m_boxes.front()->position().y() -
-                                    contentOrigin().y())
-                    : std::nullopt;
+    return baseline
+               ? std::optional(*baseline + m_boxes.front()->position().y() - contentOrigin().y())
+               : std::nullopt;
 }
 
 BlockSequence::BlockSequence(BoxHost &host, EnvironmentPointer environment, BlockView view,

@@ -27,7 +27,6 @@ public:
         return *m_boxes[static_cast<std::size_t>(index)];
     }
 
-    [[nodiscard]] bool measure(const std::function<bool()> &isDone) override;
     [[nodiscard]] bool isVoid() const override;
     [[nodiscard]] bool isRightToLeft() const override;
     void collectTexts(std::vector<TextBox *> &texts) override;
@@ -38,6 +37,7 @@ public:
 
 protected:
     [[nodiscard]] qreal layOutContent(qreal width) override;
+    [[nodiscard]] bool measureContent(const std::function<bool()> &isDone) override;
     void showContent(const QRectF &visible, QQuickItem &item) override;
     void hideContent() override;
     [[nodiscard]] qreal contentTopMargin() const override;
@@ -45,8 +45,12 @@ protected:
     [[nodiscard]] std::optional<qreal> contentBaseline() const override;
 
 private:
+    [[nodiscard]] qsizetype firstToPlace(qreal width) const;
+
     const QAccessible::Role m_role;
     std::vector<std::unique_ptr<Box>> m_boxes;
+    qsizetype m_placed = 0;   ///< So many boxes from the front are where they belong,
+    qreal m_placedWidth = -1; ///< for that width.
 };
 
 /// The views of a list of blocks, such as those of a quote.

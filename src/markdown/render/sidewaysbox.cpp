@@ -67,8 +67,8 @@ protected:
 
     void keyPressEvent(QKeyEvent *event) override
     {
-        const bool plain = event->modifiers() == Qt::NoModifier ||
-                           event->modifiers() == Qt::KeypadModifier;
+        const bool plain =
+            event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
         if (plain && event->key() == Qt::Key_Left)
             m_box.scrollTo(m_box.offset() - keyStep);
         else if (plain && event->key() == Qt::Key_Right)
@@ -119,8 +119,8 @@ protected:
     {
         const qreal room = width() - m_box.handle().width();
         if (room > 0)
-            m_box.scrollTo(m_offsetThen + (event->position().x() - m_grabbed) *
-                                              m_box.maximumOffset() / room);
+            m_box.scrollTo(m_offsetThen +
+                           (event->position().x() - m_grabbed) * m_box.maximumOffset() / room);
     }
     void mouseReleaseEvent(QMouseEvent *) override { setKeepMouseGrab(false); }
 
@@ -224,7 +224,8 @@ void SidewaysBox::showContent(const QRectF &visible, QQuickItem &item)
         m_bar.reset();
     }
     if (m_bar) {
-        m_bar->setPosition({contentOrigin().x(), contentOrigin().y() + room.height() - barThickness});
+        m_bar->setPosition(
+            {contentOrigin().x(), contentOrigin().y() + room.height() - barThickness});
         m_bar->setSize({contentWidth(), barThickness});
         m_bar->update();
     }

@@ -19,7 +19,7 @@ namespace
 
 // Between a cell's text and its edges, unless the style has a padding of its own.
 const QMarginsF usualInset(12, 6, 12, 6);
-constexpr RelativeSize narrowestColumn = em(10);
+constexpr RelativeSize narrowestColumn = em(13);
 
 Qt::Alignment textAlignment(RawTableColumnAlignment alignment)
 {
@@ -142,8 +142,7 @@ QList<qreal> TableBox::columnWidths(qreal room) const
         }
     }
     const qreal size = environment()->text.fontProperties.scaledSize();
-    return sharedWidths(wanted, room,
-                        narrowestColumn.points(size, environment()->text.baseSize));
+    return sharedWidths(wanted, room, narrowestColumn.points(size, environment()->text.baseSize));
 }
 
 qreal TableBox::layOutContent(qreal width)
@@ -156,16 +155,18 @@ qreal TableBox::layOutContent(qreal width)
         x += column;
     }
     qreal y = 0;
-    for (const Row &row : m_rows) {
+    for (Row &row : m_rows) {
+        const qreal baseline = baselineOf(row);
         // An empty cell is as tall as one with a line in it.
-        qreal height = LaidText::singleLineHeight(m_cellEnvironment->text,
-                                                  m_cellEnvironment->lineHeight) +
-                       usualInset.top() + usualInset.bottom();
+        qreal height =
+            LaidText::singleLineHeight(m_cellEnvironment->text, m_cellEnvironment->lineHeight) +
+            usualInset.top() + usualInset.bottom();
         for (std::size_t column = 0; column < row.size(); ++column) {
-            const Cell &cell = row[column];
+            Cell &cell = row[column];
             const qreal room = m_bounds.columns[static_cast<qsizetype>(column)].size;
             cell.box->layOut(room - cell.inset.left() - cell.inset.right());
-            height = std::max(height, cell.box->size().height() + cell.inset.top() +
+            cell.drop = std::round(baseline - cell.box->firstBaseline().value_or(baseline));
+            height = std::max(height, cell.drop + cell.box->size().height() + cell.inset.top() +
                                           cell.inset.bottom());
         }
         m_bounds.rows.append({y, std::ceil(height)});
@@ -180,11 +181,19 @@ qreal TableBox::layOutContent(qreal width)
     return y + (x > width ? 8 : 0);
 }
 
+qreal TableBox::baselineOf(const Row &row)
+{
+    qreal lowest = 0;
+    for (const Cell &cell : row)
+        lowest = std::max(lowest, cell.box->firstBaseline().value_or(0));
+    return lowest;
+}
+
 QPointF TableBox::placeOf(qsizetype row, qsizetype column) const
 {
-    const QMarginsF &inset =
-        m_rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)].inset;
-    return m_bounds.cell(row, column).topLeft() + QPointF(inset.left(), inset.top());
+    const Cell &cell = m_rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+    return m_bounds.cell(row, column).topLeft() +
+           QPointF(cell.inset.left(), cell.inset.top() + cell.drop);
 }
 
 void TableBox::showInner(const QRectF &visible, QQuickItem &inner)
@@ -213,7 +222,7 @@ void TableBox::hideInner()
     }
 }
 
-bool TableBox::measure(const std::function<bool()> &isDone)
+bool TableBox::measureContent(const std::function<bool()> &isDone)
 {
     return std::all_of(m_rows.cbegin(), m_rows.cend(), [&](const Row &row) {
         return std::all_of(row.cbegin(), row.cend(),

@@ -19,7 +19,6 @@ public:
              const blocks::Table &table);
 
     [[nodiscard]] bool take(const BlockNode &block) override;
-    [[nodiscard]] bool measure(const std::function<bool()> &isDone) override;
     void collectTexts(std::vector<TextBox *> &texts) override;
     [[nodiscard]] TextBox *textNear(QPointF point) override;
     void takeImages() override;
@@ -34,6 +33,7 @@ public:
 
 protected:
     [[nodiscard]] qreal layOutContent(qreal width) override;
+    [[nodiscard]] bool measureContent(const std::function<bool()> &isDone) override;
     [[nodiscard]] qreal innerWidth() const override { return m_bounds.bounds.width(); }
     void showInner(const QRectF &visible, QQuickItem &inner) override;
     void hideInner() override;
@@ -44,12 +44,14 @@ private:
     {
         std::unique_ptr<TextBox> box;
         QMarginsF inset;
+        qreal drop = 0; ///< Down to the baseline that the row shares.
     };
     using Row = std::vector<Cell>;
 
     [[nodiscard]] Row makeRow(const blocks::Table &table, qsizetype row);
     [[nodiscard]] Cell makeCell(const blocks::Table &table, qsizetype row, qsizetype column);
     [[nodiscard]] QList<qreal> columnWidths(qreal room) const;
+    [[nodiscard]] static qreal baselineOf(const Row &row);
     [[nodiscard]] QPointF placeOf(qsizetype row, qsizetype column) const;
 
     EnvironmentPointer m_cellEnvironment;

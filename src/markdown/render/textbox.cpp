@@ -175,14 +175,14 @@ qreal TextBox::layOutContent(qreal width)
     setting.lineHeight = view().lineHeight().value_or(environment()->lineHeight);
     if (isOneLine(width)) {
         m_knownWidth = width;
-        m_knownHeight = LaidText::singleLineHeight(m_text.runs().constFirst().attributes,
-                                                   setting.lineHeight);
+        m_knownHeight =
+            LaidText::singleLineHeight(m_text.runs().constFirst().attributes, setting.lineHeight);
         return m_knownHeight;
     }
     return LaidText::guessedHeight(m_text, width, setting);
 }
 
-bool TextBox::measure(const std::function<bool()> &isDone)
+bool TextBox::measureContent(const std::function<bool()> &isDone)
 {
     if (m_text.isEmpty() || m_laid || m_knownWidth == contentWidth())
         return true;
@@ -201,8 +201,9 @@ void TextBox::showContent(const QRectF &, QQuickItem &item)
 {
     if (m_hasImages)
         takeImages();
-    if (!m_laid) {
+    if (!std::exchange(m_isDescribed, true))
         describeItem(item);
+    if (!m_laid) {
         const qreal height = laid().size().height();
         if (m_knownWidth != contentWidth() || m_knownHeight != height)
             invalidate();
@@ -219,6 +220,7 @@ void TextBox::hideContent()
     m_links.clear();
     m_laid.reset();
     m_linksAreStale = true;
+    m_isDescribed = false;
 }
 
 void TextBox::showLinks(QQuickItem &item)
@@ -226,8 +228,7 @@ void TextBox::showLinks(QQuickItem &item)
     const QList<Link> wanted = links();
     const bool same = std::equal(wanted.cbegin(), wanted.cend(), m_links.cbegin(), m_links.cend(),
                                  [](const Link &link, const auto &shown) {
-                                     const Link &old =
-                                         static_cast<const LinkItem &>(*shown).link();
+                                     const Link &old = static_cast<const LinkItem &>(*shown).link();
                                      return old.url == link.url && old.text == link.text &&
                                             old.rectangles == link.rectangles;
                                  });
@@ -329,7 +330,8 @@ void TextBox::takeImages()
     collectImages(m_nodes, wanted);
     bool changed = false;
     for (const inlines::Image &image : std::as_const(wanted)) {
-        const QImage loaded = host().inlineImage(image.source, velto::markdown::plainText(image.children));
+        const QImage loaded =
+            host().inlineImage(image.source, velto::markdown::plainText(image.children));
         changed = changed || (!loaded.isNull() && !m_images.contains(image.source));
         if (!loaded.isNull())
             m_images.insert(image.source, loaded);

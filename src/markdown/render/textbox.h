@@ -55,7 +55,6 @@ public:
     [[nodiscard]] int selectionStart() const { return m_selectionStart; }
     [[nodiscard]] int selectionEnd() const { return m_selectionEnd; }
 
-    [[nodiscard]] bool measure(const std::function<bool()> &isDone) override;
     [[nodiscard]] bool isVoid() const override { return m_text.isEmpty(); }
     [[nodiscard]] bool isRightToLeft() const override;
     void collectTexts(std::vector<TextBox *> &texts) override;
@@ -66,6 +65,7 @@ public:
 
 protected:
     [[nodiscard]] qreal layOutContent(qreal width) override;
+    [[nodiscard]] bool measureContent(const std::function<bool()> &isDone) override;
     void showContent(const QRectF &visible, QQuickItem &item) override;
     void hideContent() override;
     [[nodiscard]] bool drawsContent() const override { return true; }
@@ -91,6 +91,7 @@ private:
     std::optional<int> m_gridRow;
     bool m_hasImages = false;
     bool m_linksAreStale = true;
+    bool m_isDescribed = false;
     mutable std::optional<qreal> m_naturalWidth;
     qreal m_knownWidth = -1; ///< The width that `m_knownHeight` was measured for.
     qreal m_knownHeight = 0;

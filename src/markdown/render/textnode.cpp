@@ -115,8 +115,8 @@ void addLines(QSGNode &parent, QQuickItem &owner, const Piece &piece, QPointF of
         add(*attributes.strikethroughStyle, piece.baseline() - metrics.strikeOutPos());
 }
 
-void addImage(QQuickTextNode &node, const Piece &piece, const TextPainting &painting,
-              qsizetype run)
+void addImage(QQuickTextNode &node, const Piece &piece, const TextPainting &painting, qsizetype run,
+              QPointF offset)
 {
     const auto found = std::find_if(painting.images.cbegin(), painting.images.cend(),
                                     [&](const auto &entry) { return entry.first == run; });
@@ -126,13 +126,13 @@ void addImage(QQuickTextNode &node, const Piece &piece, const TextPainting &pain
     const qreal height =
         extent.width() * found->second.height() / std::max(1, found->second.width());
     const QRectF box(extent.left(), piece.baseline() - height, extent.width(), height);
-    node.addImage(box.translated(painting.position), found->second);
+    node.addImage(box.translated(offset), found->second);
 }
 
 } // namespace
 
-void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle,
-                  const QColor &colour, qreal radius, qreal line)
+void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle, const QColor &colour,
+                  qreal radius, qreal line)
 {
     if (rectangle.isEmpty() || colour.alpha() == 0)
         return;
@@ -152,19 +152,19 @@ void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle,
 
 void addText(QSGNode &parent, QQuickItem &owner, const LaidText &text, const TextPainting &painting)
 {
-    const QPointF offset = painting.position;
+    const QPointF offset = painting.position + QPointF(0, text.drop());
     forEachPiece(text, [&](const Piece &piece, qsizetype) {
         if (piece.run.attributes.backgroundColor)
             addBackground(parent, owner, piece, offset);
     });
     for (const QRectF &box : text.rectangles(painting.selectionStart, painting.selectionEnd))
-        addRectangle(parent, owner, box.translated(offset),
+        addRectangle(parent, owner, box.translated(painting.position),
                      controls::Tokens::instance().selection());
     auto *node = new QQuickTextNode(&owner);
     parent.appendChildNode(node);
     forEachPiece(text, [&](const Piece &piece, qsizetype run) {
         if (!piece.run.image.isEmpty())
-            return addImage(*node, piece, painting, run);
+            return addImage(*node, piece, painting, run, offset);
         for (const QGlyphRun &glyphs : piece.line.glyphRuns(piece.start, piece.end - piece.start))
             node->addGlyphs(offset, glyphs, piece.colour());
         addLines(parent, owner, piece, offset);

@@ -31,7 +31,7 @@ struct TextPainting
 void addText(QSGNode &parent, QQuickItem &owner, const LaidText &text,
              const TextPainting &painting);
 /// Adds a filled rectangle; `line` outlines it instead where it is wider than zero.
-void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle,
-                  const QColor &colour, qreal radius = 0, qreal line = 0);
+void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle, const QColor &colour,
+                  qreal radius = 0, qreal line = 0);
 
 } // namespace velto::markdown

@@ -140,7 +140,7 @@ void TextSelection::apply()
         return std::pair(std::find(all.cbegin(), all.cend(), position.text) - all.cbegin(),
                          position.offset);
     };
-    const auto [from, to] = std::minmax(placeOf(m_anchor), placeOf(m_cursor));
+    const auto [from, to] = std::minmax({placeOf(m_anchor), placeOf(m_cursor)});
     const bool nothing = isEmpty();
     for (std::ptrdiff_t index = 0; index < std::ssize(all); ++index) {
         TextBox &text = *all[static_cast<std::size_t>(index)];
@@ -205,8 +205,8 @@ TextPosition TextSelection::moved(Step step, bool forward) const
         const QTextLine line = layout.lineForTextPosition(m_cursor.offset);
         const int end = line.textStart() + line.textLength();
         const bool isLast = line.lineNumber() + 1 == layout.lineCount();
-        return {m_cursor.text, forward ? (isLast ? m_cursor.text->length() : end - 1)
-                                       : line.textStart()};
+        return {m_cursor.text,
+                forward ? (isLast ? m_cursor.text->length() : end - 1) : line.textStart()};
     }
     case Step::Everything: {
         const std::vector<TextBox *> all = texts();

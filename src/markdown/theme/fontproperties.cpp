@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace velto::markdown
 {
@@ -31,8 +33,7 @@ QFont inFamily(const FontProperties &properties)
     QFont font = QGuiApplication::font();
     if (const auto *custom = std::get_if<CustomFamily>(&properties.family)) {
         font.setFamilies({custom->name, font.family()});
-    } else if (std::get<SystemFamily>(properties.family).design ==
-               SystemFamily::Design::Serif) {
+    } else if (std::get<SystemFamily>(properties.family).design == SystemFamily::Design::Serif) {
         font.setFamily(QStringLiteral("serif"));
         font.setStyleHint(QFont::Serif);
     }
@@ -45,17 +46,37 @@ QFont::Capitalization capitalization(FontProperties::CapsVariant variant)
     return variant == FontProperties::CapsVariant::Normal ? QFont::MixedCase : QFont::SmallCaps;
 }
 
+QFont made(const FontProperties &properties)
+{
+    QFont font = inFamily(properties);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(properties.scaledSize()))));
+    font.setWeight(properties.weight);
+    font.setItalic(properties.style == FontProperties::Style::Italic);
+    font.setStretch(properties.widthStorage);
+    font.setCapitalization(capitalization(properties.capsVariant));
+    return font;
+}
+
+// A document has a handful of fonts; each is looked up by the system once, since copies share it.
+constexpr std::size_t mostKnown = 32;
+
 } // namespace
 
 QFont FontProperties::font() const
 {
-    QFont font = inFamily(*this);
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(scaledSize()))));
-    font.setWeight(weight);
-    font.setItalic(style == Style::Italic);
-    font.setStretch(widthStorage);
-    font.setCapitalization(capitalization(capsVariant));
-    return font;
+    static std::vector<std::pair<FontProperties, QFont>> known;
+    static QFont base;
+    if (base != QGuiApplication::font()) {
+        base = QGuiApplication::font();
+        known.clear();
+    }
+    const auto found = std::find_if(known.cbegin(), known.cend(),
+                                    [this](const auto &entry) { return entry.first == *this; });
+    if (found != known.cend())
+        return found->second;
+    if (known.size() == mostKnown)
+        known.clear();
+    return known.emplace_back(*this, made(*this)).second;
 }
 
 } // namespace velto::markdown

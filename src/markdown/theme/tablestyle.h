@@ -32,8 +32,7 @@ struct TableBounds
 
     [[nodiscard]] QRectF cell(qsizetype row, qsizetype column) const
     {
-        return {columns[column].position, rows[row].position, columns[column].size,
-                rows[row].size};
+        return {columns[column].position, rows[row].position, columns[column].size, rows[row].size};
     }
 
     bool operator==(const TableBounds &) const = default;

@@ -24,12 +24,10 @@ public:
     TextStyle() = default;
 
     template<typename Style>
-        requires(!std::same_as<std::remove_cvref_t<Style>, TextStyle> &&
-                 requires(const Style &style, TextAttributes &attributes) {
-                     style.apply(attributes);
-                 })
-    // NOLINTNEXTLINE(google-explicit-constructor): every style is a TextStyle
-    TextStyle(Style style)
+    requires(!std::same_as<std::remove_cvref_t<Style>, TextStyle> &&
+             requires(const Style &style, TextAttributes &attributes) { style.apply(attributes); })
+        // NOLINTNEXTLINE(google-explicit-constructor): every style is a TextStyle
+        TextStyle(Style style)
         : m_style(std::make_shared<const Holder<Style>>(std::move(style)))
     {}
 

@@ -34,6 +34,7 @@ protected:
         delete items.create();
         window.resize(600, 400);
         window.show();
+        QCoreApplication::processEvents(); // the window learns its size
         view.setParentItem(window.contentItem());
         view.setWidth(500);
         QObject::connect(&view, &QQuickItem::implicitHeightChanged, &view,

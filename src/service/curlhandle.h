@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <curl/curl.h>
+#include "service/curllibrary.h"
 
 #include <memory>
 
@@ -12,13 +12,13 @@ namespace velto::service
 
 struct FreeCurlList
 {
-    void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+    void operator()(curl_slist *list) const { curl().slist_free_all(list); }
 };
 using CurlList = std::unique_ptr<curl_slist, FreeCurlList>;
 
 struct FreeCurlHandle
 {
-    void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
+    void operator()(CURL *handle) const { curl().easy_cleanup(handle); }
 };
 using CurlHandle = std::unique_ptr<CURL, FreeCurlHandle>;
 

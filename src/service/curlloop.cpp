@@ -15,14 +15,13 @@ namespace velto::service
 
 CurlLoop::CurlLoop()
 {
-    static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-    m_multi = ready == CURLE_OK ? curl_multi_init() : nullptr;
+    m_multi = curl().multi_init();
     if (m_multi == nullptr)
         qFatal("The HTTP library could not be started");
-    curl_multi_setopt(m_multi, CURLMOPT_SOCKETFUNCTION, &CurlLoop::onSocket);
-    curl_multi_setopt(m_multi, CURLMOPT_SOCKETDATA, this);
-    curl_multi_setopt(m_multi, CURLMOPT_TIMERFUNCTION, &CurlLoop::onTimer);
-    curl_multi_setopt(m_multi, CURLMOPT_TIMERDATA, this);
+    curl().multi_setopt(m_multi, CURLMOPT_SOCKETFUNCTION, &CurlLoop::onSocket);
+    curl().multi_setopt(m_multi, CURLMOPT_SOCKETDATA, this);
+    curl().multi_setopt(m_multi, CURLMOPT_TIMERFUNCTION, &CurlLoop::onTimer);
+    curl().multi_setopt(m_multi, CURLMOPT_TIMERDATA, this);
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
@@ -35,14 +34,14 @@ CurlLoop::~CurlLoop()
         ended.push_back(transfer->shared_from_this());
     for (const auto &transfer : ended)
         transfer->end(base::TransportError{base::TransportError::Kind::Cancelled, {}});
-    curl_multi_cleanup(m_multi);
+    curl().multi_cleanup(m_multi);
     for (const auto &transfer : ended)
         transfer->deliver();
 }
 
 bool CurlLoop::add(Transfer *transfer, CURL *handle)
 {
-    if (curl_multi_add_handle(m_multi, handle) != CURLM_OK)
+    if (curl().multi_add_handle(m_multi, handle) != CURLM_OK)
         return false;
     m_transfers.insert(transfer);
     return true;
@@ -50,7 +49,7 @@ bool CurlLoop::add(Transfer *transfer, CURL *handle)
 
 void CurlLoop::remove(Transfer *transfer, CURL *handle)
 {
-    curl_multi_remove_handle(m_multi, handle);
+    curl().multi_remove_handle(m_multi, handle);
     m_transfers.remove(transfer);
 }
 
@@ -111,7 +110,7 @@ void CurlLoop::unwatch(curl_socket_t socket)
 void CurlLoop::act(curl_socket_t socket, int events)
 {
     int running = 0;
-    curl_multi_socket_action(m_multi, socket, events, &running);
+    curl().multi_socket_action(m_multi, socket, events, &running);
     collectEnds();
     deliverNews();
 }
@@ -119,11 +118,11 @@ void CurlLoop::act(curl_socket_t socket, int events)
 void CurlLoop::collectEnds()
 {
     int left = 0;
-    while (const CURLMsg *message = curl_multi_info_read(m_multi, &left)) {
+    while (const CURLMsg *message = curl().multi_info_read(m_multi, &left)) {
         if (message->msg != CURLMSG_DONE)
             continue;
         Transfer *transfer = nullptr;
-        curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
+        curl().easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
         transfer->noteDone(message->data.result);
     }
 }

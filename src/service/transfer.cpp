@@ -115,7 +115,7 @@ void Transfer::beginHop()
         end(TransportError{Kind::Other, QStringLiteral("a header holds a line break")});
         return;
     }
-    m_handle.reset(curl_easy_init());
+    m_handle.reset(curl().easy_init());
     if (m_handle) {
         m_headerLines = configure(m_handle.get(), m_request);
         installCallbacks();
@@ -137,17 +137,17 @@ void Transfer::leaveHop()
 void Transfer::installCallbacks()
 {
     CURL *handle = m_handle.get();
-    curl_easy_setopt(handle, CURLOPT_PRIVATE, this);
-    curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, m_hop.errorText.data());
-    curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Transfer::onHeader);
-    curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
-    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Transfer::onBody);
-    curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
-    curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
-    curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Transfer::onProgress);
-    curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
-    curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &Transfer::onBeforeRequest);
-    curl_easy_setopt(handle, CURLOPT_PREREQDATA, this);
+    curl().easy_setopt(handle, CURLOPT_PRIVATE, this);
+    curl().easy_setopt(handle, CURLOPT_ERRORBUFFER, m_hop.errorText.data());
+    curl().easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Transfer::onHeader);
+    curl().easy_setopt(handle, CURLOPT_HEADERDATA, this);
+    curl().easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Transfer::onBody);
+    curl().easy_setopt(handle, CURLOPT_WRITEDATA, this);
+    curl().easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
+    curl().easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Transfer::onProgress);
+    curl().easy_setopt(handle, CURLOPT_XFERINFODATA, this);
+    curl().easy_setopt(handle, CURLOPT_PREREQFUNCTION, &Transfer::onBeforeRequest);
+    curl().easy_setopt(handle, CURLOPT_PREREQDATA, this);
 }
 
 std::size_t Transfer::onHeader(const char *bytes, std::size_t, std::size_t size, void *user)

@@ -28,7 +28,7 @@ bool has(const HeaderList &headers, const char *name)
 
 void append(CurlList &list, const QByteArray &line)
 {
-    if (curl_slist *longer = curl_slist_append(list.get(), line.constData())) {
+    if (curl_slist *longer = curl().slist_append(list.get(), line.constData())) {
         (void)list.release();
         list.reset(longer);
     }
@@ -51,36 +51,37 @@ void configureMethod(CURL *handle, const HTTPRequest &request)
 {
     const bool sendsBody = request.body || contains(methodsWithBody, request.method);
     if (request.method == "HEAD") {
-        curl_easy_setopt(handle, CURLOPT_NOBODY, 1L);
+        curl().easy_setopt(handle, CURLOPT_NOBODY, 1L);
     } else if (sendsBody) {
         const qsizetype size = request.body ? request.body->size() : 0;
-        curl_easy_setopt(handle, CURLOPT_POST, 1L);
-        curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(size));
-        curl_easy_setopt(handle, CURLOPT_POSTFIELDS, request.body ? request.body->constData() : "");
+        curl().easy_setopt(handle, CURLOPT_POST, 1L);
+        curl().easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(size));
+        curl().easy_setopt(handle, CURLOPT_POSTFIELDS,
+                           request.body ? request.body->constData() : "");
     }
-    curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, request.method.constData());
+    curl().easy_setopt(handle, CURLOPT_CUSTOMREQUEST, request.method.constData());
 }
 
 void configureConnection(CURL *handle, const QUrl &url)
 {
-    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(handle, CURLOPT_TCP_NODELAY, 1L);
+    curl().easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
+    curl().easy_setopt(handle, CURLOPT_TCP_NODELAY, 1L);
     // Without this, ending a request whose host is still being looked up waits for the look-up.
-    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);
-    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
-    curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_2TLS));
-    curl_easy_setopt(handle, CURLOPT_NETRC, long(CURL_NETRC_IGNORED));
-    curl_easy_setopt(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    curl().easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);
+    curl().easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl().easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    curl().easy_setopt(handle, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_2TLS));
+    curl().easy_setopt(handle, CURLOPT_NETRC, long(CURL_NETRC_IGNORED));
+    curl().easy_setopt(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     // Many requests at once share a connection where HTTP/2 is offered, which shows in the
     // handshake. Without TLS it would show in the first answer, far too late to wait for.
     if (url.scheme() == QLatin1StringView("https"))
-        curl_easy_setopt(handle, CURLOPT_PIPEWAIT, 1L);
+        curl().easy_setopt(handle, CURLOPT_PIPEWAIT, 1L);
     const QString host = url.host();
     const std::array loopback{QLatin1StringView("localhost"), QLatin1StringView("127.0.0.1"),
                               QLatin1StringView("::1")};
     if (std::ranges::find(loopback, host) != loopback.end())
-        curl_easy_setopt(handle, CURLOPT_NOPROXY, "*");
+        curl().easy_setopt(handle, CURLOPT_NOPROXY, "*");
 }
 
 } // namespace
@@ -105,9 +106,9 @@ CurlList configure(CURL *handle, const HTTPRequest &request)
     CurlList headers = headerLines(request.headers);
     // Name and password of an address would become an "Authorization" behind our back.
     const QByteArray url = request.url.toEncoded(QUrl::RemoveFragment | QUrl::RemoveUserInfo);
-    curl_easy_setopt(handle, CURLOPT_URL, url.constData());
-    curl_easy_setopt(handle, CURLOPT_PATH_AS_IS, 1L);
-    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers.get());
+    curl().easy_setopt(handle, CURLOPT_URL, url.constData());
+    curl().easy_setopt(handle, CURLOPT_PATH_AS_IS, 1L);
+    curl().easy_setopt(handle, CURLOPT_HTTPHEADER, headers.get());
     configureMethod(handle, request);
     configureConnection(handle, request.url);
     return headers;

@@ -3,6 +3,7 @@
 
 #include "service/transport.h"
 
+#include "service/curllibrary.h"
 #include "service/curlloop.h"
 #include "service/redirect.h"
 #include "service/transfer.h"
@@ -12,6 +13,11 @@ namespace velto::service
 
 using base::TransportError;
 using Kind = TransportError::Kind;
+
+void loadHTTPLibrary()
+{
+    (void)CurlLibrary::instance();
+}
 
 std::optional<QByteArray> HTTPHead::header(QByteArrayView name) const
 {

@@ -54,6 +54,10 @@ struct HTTPResponse
 class CurlLoop;
 class Transfer;
 
+/// Opens the HTTP library ahead of the first request, so that this one needn't wait for it. Any
+/// thread.
+void loadHTTPLibrary();
+
 /// An answer whose body arrives piece by piece. Dropping it ends the request.
 class HTTPStream final
 {

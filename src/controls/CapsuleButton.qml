@@ -10,41 +10,37 @@ PressableButton {
 
     required property string symbol
 
-    bottomPadding: 7
-    leftPadding: 12
+    implicitHeight: text.implicitHeight + 2 * 7
+    implicitWidth: mark.implicitWidth + Tokens.spaceSmall + text.implicitWidth + 2 * 12
     radius: height / 2
-    rightPadding: 12
-    topPadding: 7
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         border.color: Tokens.hairline
         color: root.hovered ? Tokens.faded(Tokens.primary, 0.07) : Tokens.surface
         radius: root.radius
     }
-    contentItem: Item {
-        implicitHeight: text.implicitHeight
-        implicitWidth: mark.implicitWidth + Tokens.spaceSmall + text.implicitWidth
+    Symbol {
+        id: mark
 
-        Symbol {
-            id: mark
+        anchors.verticalCenter: parent.verticalCenter
+        color: Tokens.secondary
+        name: root.symbol
+        x: 12
+    }
+    Text {
+        id: text
 
-            anchors.verticalCenter: parent.verticalCenter
-            color: Tokens.secondary
-            name: root.symbol
-        }
-        Text {
-            id: text
-
-            anchors.left: mark.right
-            anchors.leftMargin: Tokens.spaceSmall
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            color: Tokens.primary
-            elide: Text.ElideRight
-            font.pixelSize: Tokens.body
-            maximumLineCount: 1
-            text: root.label
-            textFormat: Text.PlainText
-        }
+        anchors.left: mark.right
+        anchors.leftMargin: Tokens.spaceSmall
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        color: Tokens.primary
+        elide: Text.ElideRight
+        font.pixelSize: Tokens.body
+        maximumLineCount: 1
+        text: root.label
+        textFormat: Text.PlainText
     }
 }

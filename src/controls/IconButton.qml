@@ -19,20 +19,21 @@ PressableButton {
     implicitWidth: size
     radius: size / 2
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         border.color: root.outline
         border.width: root.outline.a > 0 ? 1 : 0
         color: root.fill
         radius: root.radius
-
-        Rectangle {
-            anchors.fill: parent
-            color: Tokens.faded(Tokens.primary, 0.07)
-            radius: parent.radius
-            visible: root.hovered && root.enabled
-        }
     }
-    contentItem: Symbol {
+    Rectangle {
+        anchors.fill: parent
+        color: Tokens.faded(Tokens.primary, 0.07)
+        radius: root.radius
+        visible: root.hovered
+    }
+    Symbol {
+        anchors.centerIn: parent
         color: root.ink
         name: root.symbol
         size: root.symbolSize

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
-import QtQuick.Templates as T
 import Velto.Controls
 
-/// What all buttons share: the answer to a press, the focus ring, the keys, what assistive technology
-/// hears. The label is its name, so that a button of nothing but a mark has one too.
-T.AbstractButton {
+/// What all buttons share: the answer to a press, the focus ring, what assistive technology hears.
+/// The label is its name, so that a button of nothing but a mark has one too.
+Pressable {
     id: root
 
     required property string label
@@ -22,15 +21,8 @@ T.AbstractButton {
             clicked();
     }
     Accessible.role: Accessible.Button
-    hoverEnabled: true
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     opacity: down ? 0.7 : 1
     scale: down ? 0.97 : 1
-    text: label
-
-    Keys.onEnterPressed: clicked()
-    Keys.onReturnPressed: clicked()
 
     Behavior on scale {
         NumberAnimation {

@@ -10,24 +10,23 @@ PressableButton {
 
     property bool small: false
 
-    bottomPadding: topPadding
-    leftPadding: small ? 12 : 18
-    radius: Tokens.radiusSmall
-    rightPadding: leftPadding
-    topPadding: small ? 5 : 9
+    implicitHeight: text.implicitHeight + 2 * (small ? 5 : 9)
+    implicitWidth: text.implicitWidth + 2 * (small ? 12 : 18)
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         color: root.hovered ? Qt.lighter(Tokens.accent, 1.08) : Tokens.accent
         opacity: root.enabled ? 1 : 0.4
         radius: root.radius
     }
-    contentItem: Text {
+    Text {
+        id: text
+
+        anchors.centerIn: parent
         color: Tokens.onAccent
         font.pixelSize: root.small ? Tokens.caption : Tokens.body
         font.weight: Font.Medium
-        horizontalAlignment: Text.AlignHCenter
         text: root.label
         textFormat: Text.PlainText
-        verticalAlignment: Text.AlignVCenter
     }
 }

@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
-import QtQuick.Templates as T
 import Velto.Controls
 
 /// Text of several lines to write in. The placeholder is only looked at; `label` is its name.
 /// Tab leaves it, as it leaves every control.
-T.TextArea {
+TextEdit {
     id: root
 
     required property string label
+    property string placeholderText
 
     Accessible.editable: true
     Accessible.multiLine: true
@@ -18,9 +18,7 @@ T.TextArea {
     Accessible.role: Accessible.EditableText
     color: Tokens.primary
     font.pixelSize: Tokens.reading
-    implicitHeight: contentHeight + topPadding + bottomPadding
-    implicitWidth: 200
-    placeholderTextColor: Tokens.faded(Tokens.secondary, 0.8)
+    activeFocusOnTab: true
     selectByMouse: true
     selectedTextColor: color
     selectionColor: Tokens.selection
@@ -31,7 +29,7 @@ T.TextArea {
     Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
     Text {
-        color: root.placeholderTextColor
+        color: Tokens.faded(Tokens.secondary, 0.8)
         elide: Text.ElideRight
         font: root.font
         horizontalAlignment: root.horizontalAlignment

@@ -3,7 +3,9 @@
 
 #include "controls/symbols.h"
 
-#include <QFontDatabase>
+#include <QFile>
+#include <QRawFont>
+#include <QTransform>
 
 #include <algorithm>
 #include <array>
@@ -50,29 +52,31 @@ const Entry *find(const QString &name)
     return entry == table.end() ? nullptr : entry;
 }
 
-QString loadFamily()
+constexpr qreal emSize = 512; // the font's own units, so that no coordinate is rounded
+
+// Read directly: a font that is announced to the system's font matching costs a search through all
+// installed fonts for every size in which it is used, and may lose to an installed one of its name.
+QRawFont loadFont()
 {
-    const int id =
-        QFontDatabase::addApplicationFont(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
-    return QFontDatabase::applicationFontFamilies(id).value(0);
+    QFile file(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the icon font is not in the program");
+    return QRawFont(file.readAll(), emSize, QFont::PreferNoHinting);
 }
 
 } // namespace
 
-QString Symbols::family()
-{
-    static const QString loaded = loadFamily();
-    return loaded;
-}
-
-QString Symbols::glyph(const QString &name)
+QPainterPath Symbols::outline(const QString &name)
 {
     const Entry *entry = find(name);
     if (entry == nullptr) {
         qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
         return {};
     }
-    return QString(QChar(entry->glyph));
+    static const QRawFont font = loadFont();
+    const QList<quint32> glyphs = font.glyphIndexesForString(QString(QChar(entry->glyph)));
+    const QPainterPath path = font.pathForGlyph(glyphs.value(0));
+    return QTransform::fromScale(1 / emSize, 1 / emSize).map(path.translated(0, font.ascent()));
 }
 
 QString Symbols::letter(const QString &name)

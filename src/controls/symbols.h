@@ -3,32 +3,25 @@
 
 #pragma once
 
-#include <QObject>
+#include <QPainterPath>
 #include <QString>
 #include <QStringList>
-#include <QtQml/qqmlregistration.h>
 
 namespace velto::controls
 {
 
-/// The icon vocabulary: names as screens use them, glyphs of the icon font that is compiled in.
-class Symbols : public QObject
+/// The icon vocabulary: names as screens use them, shapes from the icon font that is compiled in.
+/// Main thread only.
+class Symbols final
 {
-    Q_OBJECT
-    QML_ELEMENT
-    QML_SINGLETON
-
-    /// Family of the icon font. The first read loads it; empty when that failed.
-    Q_PROPERTY(QString family READ family CONSTANT FINAL)
-
 public:
-    using QObject::QObject;
+    Symbols() = delete;
 
-    [[nodiscard]] static QString family();
-    /// One character of the icon font. Empty, with a warning, for a name that isn't in the table.
-    Q_INVOKABLE static QString glyph(const QString &name);
-    /// What stands in the middle of the glyph, as the letter in a lettered circle. Mostly empty.
-    Q_INVOKABLE static QString letter(const QString &name);
+    /// The shape in a square of side 1, y downwards. Empty, with a warning, for a name that isn't
+    /// in the table.
+    [[nodiscard]] static QPainterPath outline(const QString &name);
+    /// What stands in the middle of the shape, as the letter in a lettered circle. Mostly empty.
+    [[nodiscard]] static QString letter(const QString &name);
     [[nodiscard]] static QStringList names();
 };
 

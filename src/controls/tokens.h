@@ -77,6 +77,18 @@ public:
     /// `colour` at `opacity` times its own.
     Q_INVOKABLE static QColor faded(const QColor &colour, qreal opacity);
 
+    static constexpr qreal spaceTiny = 4;
+    static constexpr qreal spaceSmall = 8;
+    static constexpr qreal spaceMedium = 12;
+    static constexpr qreal spaceLarge = 20;
+    static constexpr qreal radiusSmall = 7;
+    static constexpr qreal radiusMedium = 12;
+    static constexpr int caption = 12;
+    static constexpr int body = 13;
+    static constexpr int reading = 15;
+    static constexpr qreal readingLineHeight = 1.3;
+    static constexpr int quick = 150;
+
 signals:
     void coloursChanged();
 
@@ -99,18 +111,6 @@ private:
     QColor m_onAccent;
     QColor m_selection;
     QColor m_warning;
-
-    static constexpr qreal spaceTiny = 4;
-    static constexpr qreal spaceSmall = 8;
-    static constexpr qreal spaceMedium = 12;
-    static constexpr qreal spaceLarge = 20;
-    static constexpr qreal radiusSmall = 7;
-    static constexpr qreal radiusMedium = 12;
-    static constexpr int caption = 12;
-    static constexpr int body = 13;
-    static constexpr int reading = 15;
-    static constexpr qreal readingLineHeight = 1.3;
-    static constexpr int quick = 150;
 };
 
 } // namespace velto::controls

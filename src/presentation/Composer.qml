@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 import QtQuick
-import QtQuick.Templates as T
 import Velto.Controls
 import Velto.Presentation
 
@@ -49,8 +48,14 @@ FocusScope {
         Flickable {
             id: scroller
 
-            T.TextArea.flickable: TextArea {
+            TextArea {
                 id: input
+
+                function showCursor(): void {
+                    const top = cursorRectangle.y - topPadding;
+                    const bottom = cursorRectangle.y + cursorRectangle.height + bottomPadding;
+                    scroller.contentY = Math.max(bottom - scroller.height, Math.min(top, scroller.contentY));
+                }
 
                 bottomPadding: 6
                 focus: true
@@ -60,6 +65,7 @@ FocusScope {
                 placeholderText: qsTr("Message velto…")
                 rightPadding: 6
                 topPadding: 6
+                width: scroller.width
 
                 Keys.onPressed: event => {
                     if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
@@ -73,6 +79,7 @@ FocusScope {
                     event.accepted = true;
                 }
                 Component.onCompleted: text = root.draft
+                onCursorRectangleChanged: showCursor()
                 onTextChanged: root.edited(text)
             }
             anchors.left: parent.left
@@ -81,8 +88,11 @@ FocusScope {
             anchors.rightMargin: 8
             boundsBehavior: Flickable.StopAtBounds
             clip: true
+            contentHeight: input.height
             height: Math.min(input.contentHeight, root.maximumLines * metrics.lineSpacing) + 2 * 6
             y: card.height - 10 - height
+
+            onHeightChanged: input.showCursor()
 
             FontMetrics {
                 id: metrics

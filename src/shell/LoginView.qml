@@ -97,32 +97,31 @@ FocusScope {
             radius: 14
             width: Math.min(360, parent.width)
 
-            background: Rectangle {
+            Rectangle {
+                anchors.fill: parent
                 border.color: Tokens.faded("white", 0.3)
                 border.width: 1
                 color: "white"
                 radius: button.radius
             }
-            contentItem: Item {
-                Row {
-                    anchors.centerIn: parent
-                    spacing: 10
+            Row {
+                anchors.centerIn: parent
+                spacing: 10
 
-                    Symbol {
-                        anchors.verticalCenter: parent.verticalCenter
-                        color: "black"
-                        letterColor: "white"
-                        name: "g.circle.fill"
-                        size: 15
-                    }
-                    Text {
-                        anchors.verticalCenter: parent.verticalCenter
-                        color: "black"
-                        font.pixelSize: 15
-                        font.weight: Font.Medium
-                        text: button.label
-                        textFormat: Text.PlainText
-                    }
+                Symbol {
+                    anchors.verticalCenter: parent.verticalCenter
+                    color: "black"
+                    letterColor: "white"
+                    name: "g.circle.fill"
+                    size: 15
+                }
+                Text {
+                    anchors.verticalCenter: parent.verticalCenter
+                    color: "black"
+                    font.pixelSize: 15
+                    font.weight: Font.Medium
+                    text: button.label
+                    textFormat: Text.PlainText
                 }
             }
 

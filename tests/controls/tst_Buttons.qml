@@ -81,4 +81,55 @@ TestCase {
         keyClick(Qt.Key_Backtab);
         verify(icon.activeFocus);
     }
+    function test_spaceClicksWhenItIsLetGo(): void {
+        clicks.target = icon;
+        icon.forceActiveFocus(Qt.TabFocusReason);
+        keyPress(Qt.Key_Space);
+        verify(icon.down);
+        compare(clicks.count, 0);
+        keyRelease(Qt.Key_Space);
+        verify(!icon.down);
+        compare(clicks.count, 1);
+    }
+    function test_losingTheFocusTakesSpaceBack(): void {
+        clicks.target = icon;
+        icon.forceActiveFocus(Qt.TabFocusReason);
+        keyPress(Qt.Key_Space);
+        prominent.forceActiveFocus();
+        keyRelease(Qt.Key_Space);
+        verify(!icon.down);
+        compare(clicks.count, 0);
+    }
+    function test_pointerThatLeavesDoesNotClick(): void {
+        clicks.target = prominent;
+        mousePress(prominent);
+        verify(prominent.down);
+        mouseMove(prominent, -20, -20);
+        verify(!prominent.down);
+        mouseRelease(prominent, -20, -20);
+        compare(clicks.count, 0);
+    }
+    function test_otherMouseButtonsDoNotClick(): void {
+        clicks.target = prominent;
+        mouseClick(prominent, 5, 5, Qt.RightButton);
+        compare(clicks.count, 0);
+    }
+    function test_onlyTheKeyboardShowsTheFocus(): void {
+        mouseClick(prominent);
+        verify(prominent.activeFocus);
+        verify(!prominent.visualFocus);
+        icon.forceActiveFocus(Qt.TabFocusReason);
+        verify(icon.visualFocus);
+        mouseClick(icon);
+        verify(!icon.visualFocus);
+    }
+    function test_disabledTakesNothing(): void {
+        clicks.target = icon;
+        icon.enabled = false;
+        mouseClick(icon);
+        harness.pressAccessibly(icon);
+        compare(clicks.count, 0);
+        verify(!icon.hovered);
+        icon.enabled = true;
+    }
 }

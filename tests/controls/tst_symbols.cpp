@@ -4,7 +4,7 @@
 #include "controls/symbols.h"
 
 #include <QDirIterator>
-#include <QFont>
+#include <QFile>
 #include <QQmlExtensionPlugin>
 #include <QRawFont>
 #include <QRegularExpression>
@@ -36,17 +36,33 @@ QStringList namesIn(const QString &qml)
 
 } // namespace
 
-TEST(Symbols, everyNameHasAGlyphOfTheFont)
+TEST(Symbols, everyNameHasAShapeOfTheFontInTheUnitSquare)
 {
-    ASSERT_EQ(Symbols::family(), QStringLiteral("Material Icons"));
-    const QRawFont font = QRawFont::fromFont(QFont(Symbols::family()));
-    ASSERT_EQ(font.familyName(), Symbols::family());
+    const QRectF square(0, 0, 1, 1);
     ASSERT_FALSE(Symbols::names().isEmpty());
     for (const QString &name : Symbols::names()) {
-        const QString glyph = Symbols::glyph(name);
-        ASSERT_EQ(glyph.size(), 1) << qPrintable(name);
-        EXPECT_TRUE(font.supportsCharacter(glyph.front())) << qPrintable(name);
+        const QPainterPath shape = Symbols::outline(name);
+        ASSERT_FALSE(shape.isEmpty()) << qPrintable(name);
+        EXPECT_TRUE(square.contains(shape.boundingRect())) << qPrintable(name);
+        EXPECT_GT(shape.boundingRect().width(), 0.3) << qPrintable(name);
     }
+}
+
+// The same shape as the letter that text in the font would show.
+TEST(Symbols, aShapeIsTheGlyphOfTheFont)
+{
+    QFile file(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QRawFont font(file.readAll(), 100, QFont::PreferNoHinting);
+    ASSERT_TRUE(font.supportsCharacter(QChar(0xe5d8)));
+    const QPainterPath glyph =
+        font.pathForGlyph(font.glyphIndexesForString(QString(QChar(0xe5d8))).value(0));
+    const QRectF expected = glyph.translated(0, font.ascent()).boundingRect();
+    const QRectF shape = Symbols::outline(QStringLiteral("arrow.up")).boundingRect();
+    EXPECT_NEAR(shape.left() * 100, expected.left(), 0.5);
+    EXPECT_NEAR(shape.top() * 100, expected.top(), 0.5);
+    EXPECT_NEAR(shape.width() * 100, expected.width(), 0.5);
+    EXPECT_NEAR(shape.height() * 100, expected.height(), 0.5);
 }
 
 TEST(Symbols, everyNameThatAScreenUsesIsInTheTable)
@@ -66,9 +82,9 @@ TEST(Symbols, everyNameThatAScreenUsesIsInTheTable)
     EXPECT_GE(used, 8);
 }
 
-TEST(Symbols, anUnknownNameHasNoGlyph)
+TEST(Symbols, anUnknownNameHasNoShape)
 {
-    EXPECT_TRUE(Symbols::glyph(QStringLiteral("no.such.mark")).isEmpty());
+    EXPECT_TRUE(Symbols::outline(QStringLiteral("no.such.mark")).isEmpty());
     EXPECT_TRUE(Symbols::letter(QStringLiteral("arrow.up")).isEmpty());
     EXPECT_EQ(Symbols::letter(QStringLiteral("g.circle.fill")), QStringLiteral("G"));
 }

@@ -47,7 +47,9 @@ Item {
         Accessible.name: qsTr("Messages")
         Accessible.role: Accessible.List
         activeFocusOnTab: count > 0
-        anchors.fill: parent
+        anchors.left: parent.left
+        anchors.right: parent.right
+        height: follower.opened ? parent.height : 0
         boundsBehavior: Flickable.StopAtBounds
         cacheBuffer: 200
         clip: true
@@ -120,7 +122,7 @@ Item {
     }
     Loader {
         active: list.activeFocus
-        anchors.fill: list
+        anchors.fill: parent
         anchors.margins: 4
         sourceComponent: FocusRing {
             radius: Tokens.radiusSmall
@@ -150,7 +152,7 @@ Item {
     }
     // Above the list: what lies below it doesn't hear of a press that the list has taken.
     Item {
-        anchors.fill: list
+        anchors.fill: parent
 
         PointHandler {
             acceptedButtons: Qt.LeftButton

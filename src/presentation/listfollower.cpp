@@ -5,21 +5,47 @@
 
 #include <QQuickWindow>
 
+#include <algorithm>
+#include <utility>
+
 namespace velto::presentation
 {
 
 using chat::MessageListModel;
 
+namespace
+{
+
+// The view's own type has no public header.
+QQuickItem *contentOf(const QQuickItem &view)
+{
+    return view.property("contentItem").value<QQuickItem *>();
+}
+
+int rowOf(const QQuickItem *item)
+{
+    const QVariant index = item->property("index");
+    return index.isValid() ? index.toInt() : -1;
+}
+
+} // namespace
+
 void ListFollower::setView(QQuickItem *view)
 {
     if (m_view == view)
         return;
-    if (m_view != nullptr)
+    if (m_view != nullptr) {
         m_view->disconnect(this);
+        contentOf(*m_view)->disconnect(this);
+    }
     m_view = view;
-    // The view's own type has no public header.
-    if (view != nullptr)
+    if (view != nullptr) {
         connect(view, SIGNAL(contentHeightChanged()), this, SLOT(settle()));
+        connect(contentOf(*view), &QQuickItem::childrenChanged, this, [this] {
+            m_rowsChanged = true;
+            polish();
+        });
+    }
     emit viewChanged();
 }
 
@@ -53,6 +79,7 @@ void ListFollower::setSticking(bool sticking)
 void ListFollower::jump()
 {
     m_settling = true;
+    m_jumping = true;
     polish();
 }
 
@@ -65,7 +92,7 @@ void ListFollower::follow()
 void ListFollower::settle()
 {
     if (m_settling)
-        polish();
+        jump();
 }
 
 void ListFollower::itemChange(ItemChange change, const ItemChangeData &data)
@@ -84,9 +111,36 @@ void ListFollower::updatePolish()
 {
     if (m_view == nullptr)
         return;
-    QMetaObject::invokeMethod(m_view, "forceLayout");
+    if (std::exchange(m_jumping, false))
+        goToEnd();
+    if (std::exchange(m_rowsChanged, false))
+        orderRows();
+}
+
+void ListFollower::goToEnd()
+{
+    if (m_opened) {
+        QMetaObject::invokeMethod(m_view, "forceLayout");
+    } else {
+        m_opened = true;
+        emit openedChanged();
+    }
     QMetaObject::invokeMethod(m_view, "positionViewAtEnd");
     emit followed();
+}
+
+void ListFollower::orderRows()
+{
+    QList<QQuickItem *> rows = contentOf(*m_view)->childItems();
+    rows.removeIf([](const QQuickItem *item) { return rowOf(item) < 0; });
+    const auto isAbove = [](const QQuickItem *a, const QQuickItem *b) {
+        return rowOf(a) < rowOf(b);
+    };
+    if (std::ranges::is_sorted(rows, isAbove))
+        return;
+    std::ranges::sort(rows, isAbove);
+    for (qsizetype row = 1; row < rows.size(); ++row)
+        rows[row]->stackAfter(rows[row - 1]);
 }
 
 void ListFollower::noteLastMessage()

@@ -14,7 +14,8 @@ namespace velto::presentation
 {
 
 /// Keeps a list view of messages at its end while the last message grows, as long as it is
-/// sticking, at most once a frame and after the rows have taken their new heights.
+/// sticking, at most once a frame and after the rows have taken their new heights. Keeps the rows
+/// in reading order for assistive technology, in whatever order the view made them.
 class ListFollower : public QQuickItem
 {
     Q_OBJECT
@@ -24,6 +25,9 @@ class ListFollower : public QQuickItem
     Q_PROPERTY(velto::chat::MessageListModel *messages READ messages WRITE setMessages NOTIFY
                    messagesChanged FINAL)
     Q_PROPERTY(bool sticking READ isSticking WRITE setSticking NOTIFY stickingChanged FINAL)
+    /// False until the view is to be put somewhere for the first time. A view that has no height
+    /// till then makes the rows at its end only, none at its beginning.
+    Q_PROPERTY(bool opened READ isOpened NOTIFY openedChanged FINAL)
 
 public:
     using QQuickItem::QQuickItem;
@@ -34,6 +38,7 @@ public:
     void setMessages(chat::MessageListModel *messages);
     [[nodiscard]] bool isSticking() const { return m_sticking; }
     void setSticking(bool sticking);
+    [[nodiscard]] bool isOpened() const { return m_opened; }
 
     /// Goes to the end with the next frame, sticking or not.
     Q_INVOKABLE void jump();
@@ -44,6 +49,7 @@ signals:
     void viewChanged();
     void messagesChanged();
     void stickingChanged();
+    void openedChanged();
     /// Another message is the last one now, or none is.
     void lastMessageChanged();
     /// The view has been put to its end.
@@ -58,10 +64,15 @@ private slots:
 
 private:
     void noteLastMessage();
+    void goToEnd();
+    void orderRows();
 
     QPointer<QQuickItem> m_view;
     QPointer<chat::MessageListModel> m_messages;
     bool m_sticking = true;
+    bool m_opened = false;
+    bool m_jumping = false;
+    bool m_rowsChanged = false;
     QUuid m_lastMessage;
     /// Rows may still take their heights in the frame that is being made.
     bool m_settling = false;

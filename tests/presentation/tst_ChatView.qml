@@ -92,6 +92,23 @@ TestCase {
         verify(rows.length > 3);
         verify(rows.length < 25);
     }
+    // Rows come into being from the end upwards, and more of them as the list is scrolled.
+    function test_rowsAreToldInReadingOrder(): void {
+        open(50);
+        const inOrder = () => {
+            const numbers = harness.accessibleTree(view).filter(item => item.role === Accessible.StaticText && /^Message \d+,/.test(item.text)).map(item => parseInt(item.text.split(" ")[1]));
+            return numbers.length > 3 && numbers.every((number, i) => i === 0 || number > numbers[i - 1]);
+        };
+        tryVerify(inOrder);
+        list().forceActiveFocus();
+        for (let i = 0; i < 3; ++i) {
+            keyClick(Qt.Key_PageUp);
+            tryVerify(inOrder);
+        }
+        keyClick(Qt.Key_Home);
+        tryVerify(() => told("You") && harness.accessibleTree(view).some(item => item.text === "Message 0, in a few words."));
+        tryVerify(inOrder);
+    }
     function test_followsTheEndWhileAnAnswerGrows(): void {
         open(20);
         harness.answerChat([streamedLines(5)], false);

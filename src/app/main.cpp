@@ -9,6 +9,7 @@
 #include "platform/colorscheme.h"
 #include "platform/urlopener.h"
 #include "service/apibaseurl.h"
+#include "service/transport.h"
 #include "shell/refusingnetwork.h"
 #include "startuptrace.h"
 #include "terminationsignals.h"
@@ -16,10 +17,13 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
 #include <QThreadPool>
 #include <QTimer>
+
+#include <fontconfig/fontconfig.h>
 
 #include <chrono>
 
@@ -43,11 +47,24 @@ void describeApplication()
 }
 
 // The first text waits for the system's fonts to be read, which takes as long as loading the
-// window.
+// window: their configuration can be read even before there is an application, their list then.
+void readFontConfigurationAhead()
+{
+    QThreadPool::globalInstance()->start([] { FcInit(); });
+}
+
 void readFontsAhead()
 {
     QThreadPool::globalInstance()->start(
         [font = QGuiApplication::font()] { (void)QFontInfo(font).exactMatch(); });
+}
+
+// What the first frame does without, while nobody waits for it.
+void loadTheRest(QQmlEngine &engine)
+{
+    QThreadPool::globalInstance()->start(&service::loadHTTPLibrary);
+    const QUrl screen(QStringLiteral("qrc:/qt/qml/Velto/Shell/SignedInScreen.qml"));
+    new QQmlComponent(&engine, screen, QQmlComponent::Asynchronous, &engine);
 }
 
 void followColorScheme(const platform::ColorScheme &scheme)
@@ -69,12 +86,15 @@ void followColorScheme(const platform::ColorScheme &scheme)
     apply();
 }
 
-void beginAfterFirstFrame(PatientSecrets &secrets, QQuickWindow &window)
+void beginAfterFirstFrame(PatientSecrets &secrets, QQuickWindow &window, QQmlEngine &engine)
 {
     const auto begin = [&secrets] { secrets.begin(); };
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, &window, begin,
         static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &engine, [&engine] { loadTheRest(engine); },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     // A window that nobody sees draws nothing; the session continues all the same.
     QTimer::singleShot(std::chrono::milliseconds(500), &window, begin);
 }
@@ -89,6 +109,7 @@ QQuickWindow *loadWindow(QQmlApplicationEngine &engine, chat::AppState &state)
 
 int run(int argc, char **argv)
 {
+    readFontConfigurationAhead();
     describeApplication();
     const QGuiApplication application(argc, argv);
     const TerminationSignals signals_;
@@ -113,7 +134,7 @@ int run(int argc, char **argv)
     }
     if (QGuiApplication::arguments().contains(QLatin1String("--trace-startup")))
         traceFirstFrame(*window);
-    beginAfterFirstFrame(secrets, *window);
+    beginAfterFirstFrame(secrets, *window, engine);
     const auto scheme = platform::makeSystemColorScheme();
     followColorScheme(*scheme);
     return QGuiApplication::exec();

@@ -3,66 +3,52 @@
 
 import QtQuick
 import Velto.Presentation
+import Velto.Shell
 
-/// The root screen, chosen by who is signed in. Only the chosen one exists.
+/// The root screen, chosen by who is signed in. Only the chosen one exists, and only what waits for
+/// the session is read in with the program: the others would delay the first frame.
 FocusScope {
     id: root
 
     required property AppState appState
 
+    property int shownStatus: -1
+
+    function chooseScreen(): void {
+        if (shownStatus === appState.authStatus)
+            return;
+        shownStatus = appState.authStatus;
+        switch (shownStatus) {
+        case AuthStatus.LoggedIn:
+            return screen.setSource("SignedInScreen.qml", {appState});
+        case AuthStatus.Error:
+            return screen.setSource("FailedScreen.qml", {appState});
+        case AuthStatus.LoggedOut:
+            return screen.setSource("SignedOutScreen.qml", {appState});
+        default:
+            screen.sourceComponent = waiting;
+        }
+    }
+
+    Component.onCompleted: chooseScreen()
+
+    Connections {
+        function onAuthStatusChanged(): void {
+            root.chooseScreen();
+        }
+
+        target: root.appState
+    }
     Loader {
+        id: screen
+
         anchors.fill: parent
         focus: true
-        sourceComponent: {
-            switch (root.appState.authStatus) {
-            case AuthStatus.LoggedIn:
-                return signedIn;
-            case AuthStatus.Error:
-                return failed;
-            case AuthStatus.LoggedOut:
-                return signedOut;
-            default:
-                return loading;
-            }
-        }
+
+        onLoaded: item.focus = true
     }
     Component {
-        id: signedIn
-
-        FocusScope {
-            focus: true
-
-            Commands {
-                appState: root.appState
-            }
-            ChatView {
-                anchors.fill: parent
-                appState: root.appState
-                focus: true
-            }
-        }
-    }
-    Component {
-        id: failed
-
-        ErrorScreen {
-            focus: true
-            message: root.appState.authError
-
-            onRetried: root.appState.startSignIn()
-        }
-    }
-    Component {
-        id: signedOut
-
-        LoginView {
-            focus: true
-
-            onSignInRequested: root.appState.startSignIn()
-        }
-    }
-    Component {
-        id: loading
+        id: waiting
 
         LoadingView {
             messages: root.appState.messages

@@ -4,6 +4,7 @@
 #include "controls/symbols.h"
 
 #include <QFile>
+#include <QFontDatabase>
 #include <QRawFont>
 #include <QTransform>
 
@@ -54,29 +55,48 @@ const Entry *find(const QString &name)
 
 constexpr qreal emSize = 512; // the font's own units, so that no coordinate is rounded
 
-// Read directly: a font that is announced to the system's font matching costs a search through all
-// installed fonts for every size in which it is used, and may lose to an installed one of its name.
-QRawFont loadFont()
+QByteArray fontFile()
 {
     QFile file(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
     if (!file.open(QIODevice::ReadOnly))
         qFatal("the icon font is not in the program");
-    return QRawFont(file.readAll(), emSize, QFont::PreferNoHinting);
+    return file.readAll();
+}
+
+QString loadFamily()
+{
+    const int id = QFontDatabase::addApplicationFontFromData(fontFile());
+    return QFontDatabase::applicationFontFamilies(id).value(0);
 }
 
 } // namespace
 
+// Read directly: a font that is announced to the system's font matching costs a search through all
+// installed fonts for every size in which it is used, and may lose to an installed one of its name.
 QPainterPath Symbols::outline(const QString &name)
+{
+    const QString character = glyph(name);
+    if (character.isEmpty())
+        return {};
+    static const QRawFont font(fontFile(), emSize, QFont::PreferNoHinting);
+    const QPainterPath path = font.pathForGlyph(font.glyphIndexesForString(character).value(0));
+    return QTransform::fromScale(1 / emSize, 1 / emSize).map(path.translated(0, font.ascent()));
+}
+
+QString Symbols::family()
+{
+    static const QString loaded = loadFamily();
+    return loaded;
+}
+
+QString Symbols::glyph(const QString &name)
 {
     const Entry *entry = find(name);
     if (entry == nullptr) {
         qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
         return {};
     }
-    static const QRawFont font = loadFont();
-    const QList<quint32> glyphs = font.glyphIndexesForString(QString(QChar(entry->glyph)));
-    const QPainterPath path = font.pathForGlyph(glyphs.value(0));
-    return QTransform::fromScale(1 / emSize, 1 / emSize).map(path.translated(0, font.ascent()));
+    return QString(QChar(entry->glyph));
 }
 
 QString Symbols::letter(const QString &name)

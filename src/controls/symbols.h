@@ -20,6 +20,12 @@ public:
     /// The shape in a square of side 1, y downwards. Empty, with a warning, for a name that isn't
     /// in the table.
     [[nodiscard]] static QPainterPath outline(const QString &name);
+    /// Family of the icon font, for a mark among the letters of a text. The first read announces
+    /// the font to the system's font matching, which `outline` does without; empty when that
+    /// failed.
+    [[nodiscard]] static QString family();
+    /// The character of `family` that shows the mark. Empty, with a warning, as `outline`.
+    [[nodiscard]] static QString glyph(const QString &name);
     /// What stands in the middle of the shape, as the letter in a lettered circle. Mostly empty.
     [[nodiscard]] static QString letter(const QString &name);
     [[nodiscard]] static QStringList names();

@@ -33,6 +33,7 @@ configure_and_build() {
     export CMAKE_EXPORT_COMPILE_COMMANDS=ON
     if have ccache && [[ -z ${CMAKE_CXX_COMPILER_LAUNCHER:-} ]]; then
         export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        export CCACHE_SLOPPINESS=pch_defines,time_macros # else it keeps nothing made with them
     fi
     (
         cd "$VELTO_SOURCE_DIR" || exit

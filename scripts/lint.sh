@@ -36,9 +36,13 @@ qml() {
     find src -name '*.qml' -print0 | xargs -0r -n 1 /usr/lib/qt6/bin/qmllint -I build/dev/qml
 }
 
+# Without the compiler's precompiled headers, which are of no use to another one.
 analysis() {
+    mkdir -p build/lint
+    sed 's/ -Winvalid-pch -include [^ ]*cmake_pch\.hxx//' build/dev/compile_commands.json \
+        >build/lint/compile_commands.json
     find src local -name '*.cpp' -not -path '*/data/*' -print0 |
-        xargs -0r -n 1 -P "$(nproc)" clang-tidy --quiet -p build/dev --extra-arg=-Wno-unknown-warning-option 2>/dev/null
+        xargs -0r -n 1 -P "$(nproc)" clang-tidy --quiet -p build/lint --extra-arg=-Wno-unknown-warning-option 2>/dev/null
 }
 
 "$VELTO_SOURCE_DIR/scripts/install-packages.sh" build run test lint

@@ -63,6 +63,9 @@ function(velto_own_code target)
     set_target_properties(${target} PROPERTIES AUTOMOC ON)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
+    # What some of our libraries ask of whoever uses them, for all: a precompiled header is only of
+    # use to those who agree on it.
+    target_compile_options(${target} PRIVATE -pthread)
     # GCC 12 and 13 see an overlap in every inlined `const char * + std::string &&`.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
     target_compile_definitions(${target} PRIVATE

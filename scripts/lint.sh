@@ -36,20 +36,11 @@ qml() {
     find src -name '*.qml' -print0 | xargs -0r -n 1 /usr/lib/qt6/bin/qmllint -I build/dev/qml
 }
 
-# Without the compiler's precompiled headers, which are of no use to another one.
-analysis() {
-    mkdir -p build/lint
-    sed 's/ -Winvalid-pch -include [^ ]*cmake_pch\.hxx//' build/dev/compile_commands.json \
-        >build/lint/compile_commands.json
-    find src local -name '*.cpp' -not -path '*/data/*' -print0 |
-        xargs -0r -n 1 -P "$(nproc)" clang-tidy --quiet -p build/lint --extra-arg=-Wno-unknown-warning-option 2>/dev/null
-}
-
 "$VELTO_SOURCE_DIR/scripts/install-packages.sh" build run test lint
 configure_and_build dev
 check clang-format layout
 check shellcheck shell_scripts
 check qmllint qml
-check clang-tidy analysis
+check clang-tidy /usr/bin/python3 scripts/tidy.py build/dev
 [[ ${#FAILED[@]} == 0 ]] || die "lint: ${FAILED[*]} found something"
 say "lint: nothing found"

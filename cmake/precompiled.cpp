@@ -2,5 +2,4 @@
 // SPDX-License-Identifier: MIT
 
 // Stands for all targets that share a set of precompiled headers.
-int main()
-{}
+int main() {}

@@ -7,6 +7,7 @@
 #include "markdown/imageview/networkimageloaderkey.h"
 #include "markdown/render/blockviews.h"
 
+#include <QCursor>
 #include <QElapsedTimer>
 #include <QQmlContext>
 #include <QQmlEngine>

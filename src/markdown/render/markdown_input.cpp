@@ -8,6 +8,7 @@
 #include "markdown/render/textnode.h"
 
 #include <QClipboard>
+#include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QSGNode>

@@ -73,10 +73,13 @@ class InChromium(SystemTest):
         self.velto.wait_for_line("[AuthClient] login: success — stored refresh …"
                                  f"{token[-8:]}, access expires_in=900s")
 
-    def test_by_keyboard(self):
+    def press_by_key(self, key):
         button = self.velto.button(SIGN_IN)
         wait_until(lambda: button.focused, "the focus on the only control")
-        desktop.press_key("Return")
+        desktop.press_key(key)
+
+    def test_by_keyboard(self):
+        self.press_by_key("Return")
         self.finish_in_the_browser()
 
     def test_by_a_screen_readers_action(self):
@@ -88,7 +91,7 @@ class InChromium(SystemTest):
         self.finish_in_the_browser()
 
     def test_cancelled_on_the_consent_page(self):
-        desktop.press_key("space")
+        self.press_by_key("space")
         self.chromium.page("/auth/oauth2/authorize").click_button("Cancel")
         self.velto.button(TRY_AGAIN)
         self.assertTrue(self.velto.shows(NO_CODE))

@@ -7,7 +7,7 @@ clang-tidy on every source of src/ and local/, with the commands that the build 
 
 Most of its work goes into the headers of Qt, which every file includes. So files of one folder that
 are compiled alike are read as one; where they can't be, since two of them have something of the same
-name, each is read by itself.
+name, they are read in two halves.
 """
 
 import json
@@ -72,13 +72,15 @@ def tidy(name, command, paths):
     return run.returncode == 0, run.stdout
 
 
-def check(numbered):
-    number, (command, paths) = numbered
-    clean, output = tidy(f"unit{number}", command, paths)
-    if not clean and len(paths) > 1 and "clang-diagnostic-error" in output:
-        alone = [tidy(f"unit{number}_{path.stem}", command, [path]) for path in paths]
-        clean, output = all(ok for ok, _ in alone), "".join(text for _, text in alone)
-    return clean, output, len(paths)
+def check(name, command, paths):
+    """As tidy, of files that may not go together."""
+    clean, output = tidy(name, command, paths)
+    if clean or len(paths) == 1 or "clang-diagnostic-error" not in output:
+        return clean, output
+    middle = len(paths) // 2
+    halves = [check(f"{name}_1", command, paths[:middle]),
+              check(f"{name}_2", command, paths[middle:])]
+    return all(ok for ok, _ in halves), "".join(text for _, text in halves)
 
 
 def main():
@@ -90,7 +92,10 @@ def main():
         sys.exit(1)
     failed = 0
     with ThreadPoolExecutor(os.cpu_count()) as pool:
-        for clean, output, _ in pool.map(check, enumerate(groups(found))):
+        units = [pool.submit(check, f"unit{number}", command, paths)
+                 for number, (command, paths) in enumerate(groups(found))]
+        for unit in units:
+            clean, output = unit.result()
             if not clean:
                 failed += 1
                 print(output, flush=True)

@@ -84,4 +84,9 @@ QString AnyJSON::prettyString() const
     return {};
 }
 
+QString prettyString(const std::optional<AnyJSON> &json)
+{
+    return json ? json->prettyString() : QString();
+}
+
 } // namespace velto::base

@@ -7,6 +7,7 @@
 #include <QMap>
 #include <QString>
 
+#include <optional>
 #include <variant>
 
 class QJsonValue;
@@ -45,5 +46,8 @@ public:
 private:
     Value m_value = nullptr;
 };
+
+/// The display form of a payload that may be missing, which shows as nothing.
+[[nodiscard]] QString prettyString(const std::optional<AnyJSON> &json);
 
 } // namespace velto::base

@@ -8,11 +8,6 @@ namespace velto::chat
 namespace
 {
 
-QString displayText(const std::optional<base::AnyJSON> &json)
-{
-    return json ? json->prettyString() : QString();
-}
-
 std::optional<ChatStreamEvent> toolEventFrom(StreamFrame &frame)
 {
     if (!frame.toolCallId)
@@ -21,9 +16,9 @@ std::optional<ChatStreamEvent> toolEventFrom(StreamFrame &frame)
     if (frame.type == u"tool-input-start" && frame.toolName)
         return event::ToolStart{id, *frame.toolName};
     if (frame.type == u"tool-input-available")
-        return event::ToolInput{id, displayText(frame.input)};
+        return event::ToolInput{id, base::prettyString(frame.input)};
     if (frame.type == u"tool-output-available")
-        return event::ToolOutput{id, displayText(frame.output)};
+        return event::ToolOutput{id, base::prettyString(frame.output)};
     if (frame.type == u"tool-output-error")
         return event::ToolError{id, frame.errorText.value_or(QStringLiteral("tool error"))};
     return std::nullopt;

@@ -10,11 +10,6 @@ namespace velto::chat
 namespace
 {
 
-QString displayText(const std::optional<base::AnyJSON> &json)
-{
-    return json ? json->prettyString() : QString();
-}
-
 std::optional<MessagePart> partFrom(const service::StoredPart &part)
 {
     if (part.type == u"text") {
@@ -26,8 +21,8 @@ std::optional<MessagePart> partFrom(const service::StoredPart &part)
         return std::nullopt;
     return toolPart({.callID = part.toolCallId.value_or(base::uuidText(QUuid::createUuid())),
                      .name = part.toolName.value_or(QStringLiteral("tool")),
-                     .inputJSON = displayText(part.input),
-                     .outputJSON = displayText(part.output),
+                     .inputJSON = base::prettyString(part.input),
+                     .outputJSON = base::prettyString(part.output),
                      .errorText = std::nullopt,
                      .state = ToolState::Completed});
 }

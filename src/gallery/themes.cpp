@@ -40,7 +40,7 @@ BlockView quote(const BlockConfiguration &block)
 
 BlockView code(const CodeBlockConfiguration &block)
 {
-    const BlockView view =
+    BlockView view =
         block.label
             .textStyle(TextStyleBuilder::build(
                 FontFamilyVariant{FontProperties::FamilyVariant::Monospaced}, FontSize{12.5}))

@@ -121,4 +121,10 @@ TEST(AnyJSON, WhatTheWriterCannotExpressHasNoPrettyForm)
     EXPECT_TRUE(AnyJSON(1.0).isWritable());
 }
 
+TEST(AnyJSON, aMissingPayloadShowsAsNothing)
+{
+    EXPECT_EQ(prettyString(std::optional<AnyJSON>()), QString());
+    EXPECT_EQ(prettyString(std::optional(AnyJSON(QStringLiteral("text")))), QStringLiteral("text"));
+}
+
 } // namespace

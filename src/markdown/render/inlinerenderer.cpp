@@ -19,6 +19,8 @@ struct Overloaded : Handlers...
 {
     using Handlers::operator()...;
 };
+template<typename... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 QString withoutLeadingWhitespace(const QString &text)
 {

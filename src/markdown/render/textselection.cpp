@@ -72,9 +72,8 @@ QString TextSelection::text() const
             continue;
         if (previous != nullptr)
             copied += between(*previous, *text);
-        if (text->selectionStart() == 0 && previous != nullptr)
-            copied += markerBefore(*text);
-        else if (text->selectionStart() == 0 && text->selectionEnd() == text->length())
+        const bool isWhole = text->selectionEnd() == text->length();
+        if (text->selectionStart() == 0 && (previous != nullptr || isWhole))
             copied += markerBefore(*text);
         copied += text->plainText(text->selectionStart(), text->selectionEnd());
         previous = text;

@@ -14,9 +14,9 @@ base::Result<void> checkSize(qint64 size, const ImageFetchLimits &limits)
 {
     if (size <= limits.bytes)
         return {};
-    return base::fail(TransportError{
-        TransportError::Kind::Other,
-        QStringLiteral("a picture of more than %1 MiB").arg(limits.bytes / (1024 * 1024))});
+    return base::fail(
+        TransportError{TransportError::Kind::Other,
+                       QStringLiteral("a picture of more than %1 MiB").arg(limits.bytes >> 20)});
 }
 
 HTTPRequest requestFor(const QUrl &url, const ImageFetchLimits &limits)

@@ -150,11 +150,20 @@ public:
 
     /// Sends the composer's text, unless it is blank or a run is in progress.
     QCoro::Task<void> sendDraft();
-    /// Drops the last answer and asks for another.
-    QCoro::Task<void> regenerate();
     /// Cancels the run; the run itself writes the result.
     Q_INVOKABLE void stopStreaming();
     Q_INVOKABLE void dismissError();
+
+    // --- Other ways of asking (appstate_branching.cpp); none does anything during a run
+
+    /// Asks for an answer to another version of the user message `id`.
+    QCoro::Task<void> editMessage(QUuid id, QString text);
+    /// Shows the version `index` of the user message `id`; asks nobody.
+    Q_INVOKABLE void switchBranch(const QUuid &id, int index);
+    /// Drops the last answer and asks for another.
+    QCoro::Task<void> regenerate();
+    /// Asks for more of the answer that stands last.
+    QCoro::Task<void> continueGeneration();
 
     // --- The session and its conversations (appstate_lifecycle.cpp)
 
@@ -175,7 +184,12 @@ public:
     QCoro::Task<void> handleDeepLink(QUrl url);
 
     Q_INVOKABLE void startSendDraft() { sendDraft(); }
+    Q_INVOKABLE void startEditMessage(const QUuid &id, const QString &text)
+    {
+        editMessage(id, text);
+    }
     Q_INVOKABLE void startRegenerate() { regenerate(); }
+    Q_INVOKABLE void startContinueGeneration() { continueGeneration(); }
     Q_INVOKABLE void startBootstrap() { bootstrap(); }
     Q_INVOKABLE void startSignIn() { signIn(); }
     Q_INVOKABLE void startSignOut() { signOut(); }
@@ -209,6 +223,8 @@ private:
     void setConversations(QList<service::ConversationSummary> conversations);
     void setLoadingConversation(bool loading);
 
+    /// A run into the last message of `next`; nothing without a list.
+    QCoro::Task<void> ask(std::optional<QList<ChatMessage>> next);
     QCoro::Task<void> runStream(int index);
     QCoro::Task<void> consumeRun(int index, std::stop_token stop);
     /// False when the run ends with this event.

@@ -7,8 +7,6 @@
 
 #include <QPointer>
 
-#include <algorithm>
-
 namespace velto::chat
 {
 namespace
@@ -30,20 +28,6 @@ QCoro::Task<void> AppState::sendDraft()
     setLastError({});
     m_messages.append(newMessage(ChatMessage::Role::User, {textPart(text)}));
     m_messages.append(newMessage(ChatMessage::Role::Assistant));
-    co_await runStream(m_messages.count() - 1);
-}
-
-QCoro::Task<void> AppState::regenerate()
-{
-    if (m_isStreaming)
-        co_return;
-    const QList<ChatMessage> &list = m_messages.messages();
-    const auto turn = std::find_if(list.crbegin(), list.crend(), isUserTurn);
-    if (turn == list.crend())
-        co_return;
-    m_messages.truncate(static_cast<int>(turn.base() - list.cbegin()));
-    m_messages.append(newMessage(ChatMessage::Role::Assistant));
-    setLastError({});
     co_await runStream(m_messages.count() - 1);
 }
 

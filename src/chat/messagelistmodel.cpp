@@ -34,6 +34,28 @@ const QList<int> &partRoles()
     return roles;
 }
 
+int branchCount(const ChatMessage &message)
+{
+    return message.branches ? static_cast<int>(message.branches->size()) : 0;
+}
+
+/// What a view of `before` has to read again to show `after`.
+QList<int> changedRoles(const ChatMessage &before, const ChatMessage &after)
+{
+    QList<int> roles;
+    if (before.role != after.role)
+        roles.append(MessageListModel::IsUserRole);
+    if (before.parts != after.parts)
+        roles.append(partRoles());
+    if (before.createdAt != after.createdAt)
+        roles.append(MessageListModel::CreatedAtRole);
+    if (branchCount(before) != branchCount(after))
+        roles.append(MessageListModel::BranchCountRole);
+    if (before.activeBranchIndex != after.activeBranchIndex)
+        roles.append(MessageListModel::ActiveBranchRole);
+    return roles;
+}
+
 } // namespace
 
 int MessageListModel::rowCount(const QModelIndex &parent) const
@@ -59,6 +81,10 @@ QVariant MessageListModel::data(const QModelIndex &index, int role) const
         return message.createdAt;
     case RunningToolsRole:
         return runningTools(message);
+    case BranchCountRole:
+        return branchCount(message);
+    case ActiveBranchRole:
+        return message.activeBranchIndex;
     default:
         return {};
     }
@@ -66,9 +92,10 @@ QVariant MessageListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> MessageListModel::roleNames() const
 {
-    return {{MessageIdRole, "messageId"}, {IsUserRole, "isUser"},
-            {PartCountRole, "partCount"}, {ContentVolumeRole, "contentVolume"},
-            {CreatedAtRole, "createdAt"}, {RunningToolsRole, "runningTools"}};
+    return {{MessageIdRole, "messageId"},     {IsUserRole, "isUser"},
+            {PartCountRole, "partCount"},     {ContentVolumeRole, "contentVolume"},
+            {CreatedAtRole, "createdAt"},     {RunningToolsRole, "runningTools"},
+            {BranchCountRole, "branchCount"}, {ActiveBranchRole, "activeBranch"}};
 }
 
 void MessageListModel::setMessages(QList<ChatMessage> messages)
@@ -79,10 +106,10 @@ void MessageListModel::setMessages(QList<ChatMessage> messages)
         std::mismatch(m_messages.cbegin(), m_messages.cbegin() + common, messages.cbegin(), sameId);
     const auto kept = static_cast<int>(differs.first - m_messages.cbegin());
     for (int row = 0; row < kept; ++row) {
-        if (m_messages[row] != messages[row]) {
-            m_messages[row] = messages[row];
-            announce(row, {});
-        }
+        const QList<int> roles = changedRoles(m_messages[row], messages[row]);
+        m_messages[row] = messages[row];
+        if (!roles.isEmpty())
+            announce(row, roles);
     }
     truncate(kept);
     if (messages.size() == kept)

@@ -29,6 +29,8 @@ public:
         ContentVolumeRole,                ///< double: grows with a streamed message
         CreatedAtRole,                    ///< QDateTime
         RunningToolsRole,                 ///< int: tool calls that have not come to an end
+        BranchCountRole,                  ///< int: versions of a user's turn; 0 before an edit
+        ActiveBranchRole,                 ///< int: which of them is on screen
     };
     Q_ENUM(Role)
 
@@ -49,7 +51,8 @@ public:
     /// `row` must be inside the list.
     [[nodiscard]] const ChatMessage &at(int row) const { return m_messages[row]; }
 
-    /// Takes over a whole list; rows at the front whose ids stay are kept.
+    /// Takes over a whole list. Rows at the front whose ids stay are kept, and of them only what
+    /// changed is announced.
     void setMessages(QList<ChatMessage> messages);
     void append(ChatMessage message);
     /// Removes every message from `row` on. Nothing happens when there is none.

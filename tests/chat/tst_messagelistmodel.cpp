@@ -97,6 +97,39 @@ TEST_F(MessageListModelTest, announcesARowWhoseContentChanged)
     EXPECT_EQ(model.at(0).plainText(), QStringLiteral("edited"));
 }
 
+TEST_F(MessageListModelTest, tellsOfTheVersionsOfATurn)
+{
+    model.append(message(ChatMessage::Role::User, "a"));
+    const auto role = [this](int role) { return model.index(0).data(role).toInt(); };
+    EXPECT_EQ(role(MessageListModel::BranchCountRole), 0);
+    EXPECT_EQ(role(MessageListModel::ActiveBranchRole), 0);
+    QList<ChatMessage> next = model.messages();
+    next[0].branches = {ChatBranch{QUuid::createUuid(), {}, {}},
+                        ChatBranch{QUuid::createUuid(), {}, {}}};
+    next[0].activeBranchIndex = 1;
+    changed.clear();
+    model.setMessages(next);
+    EXPECT_EQ(role(MessageListModel::BranchCountRole), 2);
+    EXPECT_EQ(role(MessageListModel::ActiveBranchRole), 1);
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed[0][2].value<QList<int>>(),
+              (QList<int>{MessageListModel::BranchCountRole, MessageListModel::ActiveBranchRole}));
+}
+
+TEST_F(MessageListModelTest, takesOverWhatNoViewShowsInSilence)
+{
+    model.append(message(ChatMessage::Role::User, "a"));
+    QList<ChatMessage> next = model.messages();
+    next[0].branches = {ChatBranch{QUuid::createUuid(), {}, {}},
+                        ChatBranch{QUuid::createUuid(), {}, {}}};
+    model.setMessages(next);
+    (*next[0].branches)[0].tail.append(message(ChatMessage::Role::Assistant, "kept"));
+    changed.clear();
+    model.setMessages(next);
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(model.messages(), next);
+}
+
 TEST_F(MessageListModelTest, countFollows)
 {
     QSignalSpy count(&model, &MessageListModel::countChanged);

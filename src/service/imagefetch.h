@@ -18,6 +18,11 @@ struct ImageFetchLimits
     std::chrono::milliseconds timeout = std::chrono::seconds(15);
 };
 
+/// The answer to `request`, of whatever status. A body of more than `bytes` fails as soon as that
+/// shows.
+[[nodiscard]] QCoro::Task<base::Result<HTTPResponse>>
+fetchWithin(Transport &transport, HTTPRequest request, qint64 bytes, std::stop_token stop);
+
 /// The answer to a GET for a picture on any host, of whatever status. Nothing that tells who asks
 /// goes along: no "Authorization", no cookies.
 [[nodiscard]] QCoro::Task<base::Result<HTTPResponse>>

@@ -37,6 +37,14 @@ void DefaultNetworkImageCache::setImage(const QImage &image, const QUrl &url)
         drop(std::prev(m_entries.end()));
 }
 
+void DefaultNetworkImageCache::clear()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_entries.clear();
+    m_byURL.clear();
+    m_bytes = 0;
+}
+
 void DefaultNetworkImageCache::drop(Entries::iterator entry)
 {
     m_bytes -= entry->image.sizeInBytes();

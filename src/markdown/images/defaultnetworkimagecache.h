@@ -30,6 +30,7 @@ public:
 
     [[nodiscard]] std::optional<QImage> image(const QUrl &url) override;
     void setImage(const QImage &image, const QUrl &url) override;
+    void clear();
 
 private:
     struct Entry

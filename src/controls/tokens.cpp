@@ -4,6 +4,7 @@
 #include "controls/tokens.h"
 
 #include <QEvent>
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QJSEngine>
 
@@ -60,6 +61,11 @@ void Tokens::setScheme(Scheme scheme)
     applyPalette();
 }
 
+QString Tokens::monospaced()
+{
+    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+}
+
 QColor Tokens::faded(const QColor &colour, qreal opacity)
 {
     QColor result = colour;
@@ -89,12 +95,15 @@ void Tokens::applyPalette()
     }
     m_surface = m_dark ? mixed(m_background, m_primary, 0.06) : m_background;
     m_secondary = mixed(m_background, m_primary, 0.6);
+    m_tertiary = mixed(m_background, m_primary, 0.45);
     // One pixel at half its weight.
     m_hairline = faded(m_primary, m_dark ? 0.16 : 0.1);
     m_accent = palette.color(QPalette::Highlight);
     m_onAccent = luminance(m_accent) > 0.7 ? QColor(Qt::black) : QColor(Qt::white);
     m_selection = faded(m_accent, 0.35);
     m_warning = m_dark ? QColor(0xff, 0x9f, 0x0a) : QColor(0xe8, 0x7a, 0x00);
+    m_success = m_dark ? QColor(0x32, 0xd7, 0x4b) : QColor(0x24, 0x8a, 0x3d);
+    m_failure = m_dark ? QColor(0xff, 0x69, 0x61) : QColor(0xd7, 0x00, 0x15);
     emit coloursChanged();
 }
 

@@ -31,13 +31,19 @@ class Tokens final : public QObject
     Q_PROPERTY(QColor surface READ surface NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor primary READ primary NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor secondary READ secondary NOTIFY coloursChanged FINAL)
+    /// The faintest of the three, for what is only looked for.
+    Q_PROPERTY(QColor tertiary READ tertiary NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor hairline READ hairline NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor accent READ accent NOTIFY coloursChanged FINAL)
     /// Readable on the accent.
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor selection READ selection NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor warning READ warning NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor success READ success NOTIFY coloursChanged FINAL)
+    Q_PROPERTY(QColor failure READ failure NOTIFY coloursChanged FINAL)
 
+    /// The desktop's family for code.
+    Q_PROPERTY(QString monospaced READ monospaced CONSTANT FINAL)
     Q_PROPERTY(qreal spaceTiny MEMBER spaceTiny CONSTANT FINAL)
     Q_PROPERTY(qreal spaceSmall MEMBER spaceSmall CONSTANT FINAL)
     Q_PROPERTY(qreal spaceMedium MEMBER spaceMedium CONSTANT FINAL)
@@ -64,15 +70,19 @@ public:
     void setScheme(Scheme scheme);
 
     [[nodiscard]] bool isDark() const { return m_dark; }
+    [[nodiscard]] static QString monospaced();
     [[nodiscard]] QColor background() const { return m_background; }
     [[nodiscard]] QColor surface() const { return m_surface; }
     [[nodiscard]] QColor primary() const { return m_primary; }
     [[nodiscard]] QColor secondary() const { return m_secondary; }
+    [[nodiscard]] QColor tertiary() const { return m_tertiary; }
     [[nodiscard]] QColor hairline() const { return m_hairline; }
     [[nodiscard]] QColor accent() const { return m_accent; }
     [[nodiscard]] QColor onAccent() const { return m_onAccent; }
     [[nodiscard]] QColor selection() const { return m_selection; }
     [[nodiscard]] QColor warning() const { return m_warning; }
+    [[nodiscard]] QColor success() const { return m_success; }
+    [[nodiscard]] QColor failure() const { return m_failure; }
 
     /// `colour` at `opacity` times its own.
     Q_INVOKABLE static QColor faded(const QColor &colour, qreal opacity);
@@ -106,11 +116,14 @@ private:
     QColor m_surface;
     QColor m_primary;
     QColor m_secondary;
+    QColor m_tertiary;
     QColor m_hairline;
     QColor m_accent;
     QColor m_onAccent;
     QColor m_selection;
     QColor m_warning;
+    QColor m_success;
+    QColor m_failure;
 };
 
 } // namespace velto::controls

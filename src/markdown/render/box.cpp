@@ -22,6 +22,12 @@ namespace
 constexpr RelativeSize usualDistance = rem(0.75);
 constexpr qreal hairline = 1;
 
+QMarginsF onScreen(const QMarginsF &margins, bool rightToLeft)
+{
+    return rightToLeft ? QMarginsF(margins.right(), margins.top(), margins.left(), margins.bottom())
+                       : margins;
+}
+
 } // namespace
 
 Box::Box(BoxHost &host, EnvironmentPointer environment, BlockView view)
@@ -65,10 +71,12 @@ void Box::setView(const BlockView &view)
 
 QMarginsF Box::padding() const
 {
-    QMarginsF padding = m_view.padding();
-    if (isRightToLeft())
-        padding = {padding.right(), padding.top(), padding.left(), padding.bottom()};
-    return padding;
+    return onScreen(m_view.padding(), isRightToLeft()) + outside();
+}
+
+QMarginsF Box::outside() const
+{
+    return onScreen(m_view.inset(), isRightToLeft()) + QMarginsF(0, roomAbove(), 0, 0);
 }
 
 QPointF Box::contentOrigin() const
@@ -154,8 +162,8 @@ bool Box::measureContent(const std::function<bool()> &)
 
 bool Box::marginsCollapse() const
 {
-    return m_view.padding().isNull() && !m_view.background() && !m_view.outline() &&
-           !m_view.dividerBelow() && !m_view.caption();
+    return padding().isNull() && !m_view.background() && !m_view.outline() &&
+           !m_view.dividerBelow();
 }
 
 qreal Box::topMargin() const
@@ -176,7 +184,7 @@ qreal Box::bottomMargin() const
 std::optional<qreal> Box::firstBaseline() const
 {
     const std::optional<qreal> baseline = contentBaseline();
-    return baseline ? std::optional(*baseline + m_view.padding().top()) : std::nullopt;
+    return baseline ? std::optional(*baseline + padding().top()) : std::nullopt;
 }
 
 bool Box::drawsAround() const
@@ -191,7 +199,7 @@ void Box::paint(QSGNode &node, QQuickItem &item)
 
 void Box::paintAround(QSGNode &node, QQuickItem &item) const
 {
-    const QRectF all(QPointF(), m_size);
+    const QRectF all = backgroundRectangle();
     const qreal radius = m_view.background() ? m_view.background()->radius : 0;
     if (m_view.background())
         addRectangle(node, item, all, m_view.background()->fill.colour(), radius);
@@ -199,12 +207,12 @@ void Box::paintAround(QSGNode &node, QQuickItem &item) const
         addRectangle(node, item, all, m_view.outline()->colour(), radius, hairline);
     if (m_view.leadingBar()) {
         const qreal width = m_view.leadingBar()->width;
-        const qreal x = isRightToLeft() ? m_size.width() - width : 0;
-        addRectangle(node, item, {x, 0, width, m_size.height()}, m_view.leadingBar()->ink.colour(),
-                     width / 2);
+        const qreal x = isRightToLeft() ? all.right() - width : all.left();
+        addRectangle(node, item, {x, all.top(), width, all.height()},
+                     m_view.leadingBar()->ink.colour(), width / 2);
     }
     if (m_view.dividerBelow())
-        addRectangle(node, item, {0, m_size.height() - hairline, m_size.width(), hairline},
+        addRectangle(node, item, {all.left(), all.bottom() - hairline, all.width(), hairline},
                      m_view.dividerBelow()->colour());
 }
 

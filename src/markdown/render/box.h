@@ -119,6 +119,8 @@ protected:
     virtual void hideContent();
     [[nodiscard]] virtual bool drawsContent() const { return false; }
     [[nodiscard]] virtual std::unique_ptr<BlockItem> makeItem();
+    /// Room for what stands above the background.
+    [[nodiscard]] virtual qreal roomAbove() const { return 0; }
     [[nodiscard]] virtual qreal contentTopMargin() const { return 0; }
     [[nodiscard]] virtual qreal contentBottomMargin() const { return 0; }
     [[nodiscard]] virtual std::optional<qreal> contentBaseline() const { return std::nullopt; }
@@ -127,8 +129,15 @@ protected:
     [[nodiscard]] const EnvironmentPointer &environment() const { return m_environment; }
     [[nodiscard]] const BlockView &view() const { return m_view; }
     void setView(const BlockView &view);
-    /// The padding with its sides as they are on the screen.
+    /// All room around the content, its sides as they are on the screen.
     [[nodiscard]] QMarginsF padding() const;
+    /// What of it lies outside the background.
+    [[nodiscard]] QMarginsF outside() const;
+    /// The box without what is outside.
+    [[nodiscard]] QRectF backgroundRectangle() const
+    {
+        return QRectF(QPointF(), m_size).marginsRemoved(outside());
+    }
     [[nodiscard]] QPointF contentOrigin() const;
     [[nodiscard]] qreal contentWidth() const { return m_contentWidth; }
 

@@ -75,6 +75,12 @@ void CodeBox::setCode(const blocks::CodeBlock &code)
     for (qsizetype index = 0; index < pieces.size(); ++index)
         setPiece(static_cast<std::size_t>(index), pieces[index]);
     m_pieces.resize(static_cast<std::size_t>(pieces.size()));
+    m_code = code;
+    if (m_overlay) {
+        const QVariantMap properties = overlayProperties();
+        for (auto entry = properties.cbegin(); entry != properties.cend(); ++entry)
+            m_overlay->setProperty(entry.key().toLatin1().constData(), entry.value());
+    }
     invalidate();
 }
 
@@ -97,7 +103,7 @@ AttributedString CodeBox::captionText() const
     return text;
 }
 
-qreal CodeBox::captionRoom() const
+qreal CodeBox::roomAbove() const
 {
     if (!view().caption())
         return 0;
@@ -108,7 +114,7 @@ qreal CodeBox::captionRoom() const
 qreal CodeBox::layOutContent(qreal width)
 {
     m_innerWidth = 0;
-    qreal y = captionRoom();
+    qreal y = 0;
     for (const auto &piece : m_pieces) {
         if (view().isScrolling())
             m_innerWidth = std::max(m_innerWidth, std::ceil(piece->naturalWidth()) + 1);
@@ -119,6 +125,31 @@ qreal CodeBox::layOutContent(qreal width)
     if (m_pieces.size() == 1 && m_pieces.front()->isVoid())
         y += LaidText::singleLineHeight(m_textEnvironment->text, m_textEnvironment->lineHeight);
     return y + barRoom();
+}
+
+void CodeBox::showContent(const QRectF &visible, QQuickItem &item)
+{
+    SidewaysBox::showContent(visible, item);
+    if (view().overlay().isEmpty())
+        return;
+    if (!m_overlay)
+        m_overlay.reset(host().makeComponent(view().overlay(), overlayProperties(), &item));
+    if (!m_overlay)
+        return;
+    m_overlay->setPosition(backgroundRectangle().topLeft());
+    m_overlay->setSize(backgroundRectangle().size());
+}
+
+void CodeBox::hideContent()
+{
+    m_overlay.reset();
+    SidewaysBox::hideContent();
+}
+
+QVariantMap CodeBox::overlayProperties() const
+{
+    return {{QStringLiteral("content"), withoutFinalLineFeed(m_code.content)},
+            {QStringLiteral("language"), m_code.fenceInfo.value_or(QString())}};
 }
 
 void CodeBox::showInner(const QRectF &visible, QQuickItem &inner)
@@ -180,13 +211,14 @@ void CodeBox::paint(QSGNode &node, QQuickItem &item)
     if (!view().caption())
         return;
     const LaidText caption(captionText(), {1, Qt::AlignLeft, false});
-    addText(node, item, caption, {contentOrigin(), 0, 0, {}});
+    const QPointF place = backgroundRectangle().topLeft() - QPointF(0, roomAbove());
+    addText(node, item, caption, {place, 0, 0, {}});
 }
 
 std::optional<qreal> CodeBox::contentBaseline() const
 {
     if (view().caption())
-        return std::nullopt;
+        return std::nullopt; // a list's marker stands beside the first line that it sees
     return m_pieces.empty() ? std::nullopt : m_pieces.front()->firstBaseline();
 }
 

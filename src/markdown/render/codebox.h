@@ -28,6 +28,9 @@ protected:
     [[nodiscard]] qreal layOutContent(qreal width) override;
     [[nodiscard]] bool measureContent(const std::function<bool()> &isDone) override;
     [[nodiscard]] qreal innerWidth() const override { return m_innerWidth; }
+    void showContent(const QRectF &visible, QQuickItem &item) override;
+    void hideContent() override;
+    [[nodiscard]] qreal roomAbove() const override;
     void showInner(const QRectF &visible, QQuickItem &inner) override;
     void hideInner() override;
     [[nodiscard]] bool drawsContent() const override { return view().caption().has_value(); }
@@ -36,10 +39,12 @@ protected:
 private:
     void setCode(const blocks::CodeBlock &code);
     void setPiece(std::size_t index, const AttributedString &text);
-    [[nodiscard]] qreal captionRoom() const;
+    [[nodiscard]] QVariantMap overlayProperties() const;
     [[nodiscard]] AttributedString captionText() const;
 
     EnvironmentPointer m_textEnvironment;
+    blocks::CodeBlock m_code;
+    std::unique_ptr<QQuickItem> m_overlay;
     std::vector<std::unique_ptr<TextBox>> m_pieces;
     qreal m_innerWidth = 0;
 };

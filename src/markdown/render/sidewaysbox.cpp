@@ -143,7 +143,12 @@ qreal SidewaysBox::maximumOffset() const
 
 qreal SidewaysBox::barRoom() const
 {
-    return maximumOffset() > 0 ? barThickness + barMargin : 0;
+    return showsBar() ? barThickness + barMargin : 0;
+}
+
+bool SidewaysBox::showsBar() const
+{
+    return maximumOffset() > 0 && view().scrollBar() == BlockView::ScrollBar::Shown;
 }
 
 bool SidewaysBox::scrollTo(qreal offset)
@@ -217,11 +222,11 @@ void SidewaysBox::showContent(const QRectF &visible, QQuickItem &item)
         m_inner->redraw();
     }
     placeInner();
-    if (maximumOffset() > 0 && !m_bar) {
+    if (!showsBar()) {
+        m_bar.reset();
+    } else if (!m_bar) {
         m_bar = std::make_unique<Bar>(*this);
         m_bar->setParentItem(&item);
-    } else if (maximumOffset() <= 0) {
-        m_bar.reset();
     }
     if (m_bar) {
         m_bar->setPosition(

@@ -34,10 +34,10 @@ public:
 
 protected:
     [[nodiscard]] virtual qreal innerWidth() const = 0;
-    /// Room for the bar below the content, none when all fits.
+    /// Room for the bar below the content, none when it doesn't show.
     [[nodiscard]] qreal barRoom() const;
-    void showContent(const QRectF &visible, QQuickItem &item) final;
-    void hideContent() final;
+    void showContent(const QRectF &visible, QQuickItem &item) override;
+    void hideContent() override;
     /// As showContent, in the coordinates of what moves.
     virtual void showInner(const QRectF &visible, QQuickItem &inner) = 0;
     virtual void hideInner() = 0;
@@ -49,6 +49,7 @@ private:
     class Clip;
     class Bar;
 
+    [[nodiscard]] bool showsBar() const;
     void placeInner();
 
     std::unique_ptr<QQuickItem> m_clip;

@@ -78,10 +78,27 @@ BlockView BlockView::frame(RelativeSize minimumWidth, Alignment alignment) const
     return view;
 }
 
-BlockView BlockView::scrolling() const
+BlockView BlockView::scrolling(ScrollBar bar) const
 {
     BlockView view = *this;
     view.m_isScrolling = true;
+    view.m_scrollBar = bar;
+    view.m_isPlain = false;
+    return view;
+}
+
+BlockView BlockView::inset(QMarginsF inset) const
+{
+    BlockView view = *this;
+    view.m_inset = inset;
+    view.m_isPlain = false;
+    return view;
+}
+
+BlockView BlockView::overlay(const QUrl &component) const
+{
+    BlockView view = *this;
+    view.m_overlay = component;
     view.m_isPlain = false;
     return view;
 }

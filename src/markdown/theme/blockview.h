@@ -30,8 +30,8 @@ struct BlockMargin
 /// nothing, and each function gives a copy with something around it. Whoever lays blocks out knows
 /// how to draw it; a style never touches an item of the screen.
 ///
-/// From the inside to the outside: content, padding, background with bar, outline and divider,
-/// margin. Lengths are in device-independent pixels.
+/// From the inside to the outside: content, padding, background with bar, outline, divider and
+/// overlay, caption, inset, margin. Lengths are in device-independent pixels.
 class BlockView final
 {
 public:
@@ -110,9 +110,16 @@ public:
     /// Distance of lines in proportion to the font's own.
     [[nodiscard]] BlockView lineHeight(qreal height) const;
     [[nodiscard]] BlockView frame(RelativeSize minimumWidth, Alignment alignment) const;
+    /// What shows that there is more to the side of what scrolls.
+    enum class ScrollBar { Shown, Hidden };
     /// Lines are not broken; a label that is too wide scrolls sideways.
-    [[nodiscard]] BlockView scrolling() const;
-    /// A line of text above the label, inside the padding.
+    [[nodiscard]] BlockView scrolling(ScrollBar bar = ScrollBar::Shown) const;
+    /// Room around all that is drawn, caption and background included. Sides as for the padding.
+    [[nodiscard]] BlockView inset(QMarginsF inset) const;
+    /// An item made from a QML component, as large as the background and in front of the label. It
+    /// gets the fields of the style's configuration as properties. Blocks of code only.
+    [[nodiscard]] BlockView overlay(const QUrl &component) const;
+    /// A line of text above the background. Blocks of code only.
     [[nodiscard]] BlockView caption(const QString &text, TextStyle style, qreal distance) const;
 
     struct Caption
@@ -133,7 +140,10 @@ public:
     [[nodiscard]] const std::optional<qreal> &lineHeight() const { return m_lineHeight; }
     [[nodiscard]] const std::optional<Frame> &frame() const { return m_frame; }
     [[nodiscard]] const std::optional<Caption> &caption() const { return m_caption; }
+    [[nodiscard]] const QMarginsF &inset() const { return m_inset; }
+    [[nodiscard]] const QUrl &overlay() const { return m_overlay; }
     [[nodiscard]] bool isScrolling() const { return m_isScrolling; }
+    [[nodiscard]] ScrollBar scrollBar() const { return m_scrollBar; }
     /// Nothing was put around the label.
     [[nodiscard]] bool isPlainLabel() const;
 
@@ -153,7 +163,10 @@ private:
     std::optional<qreal> m_lineHeight;
     std::optional<Frame> m_frame;
     std::optional<Caption> m_caption;
+    QMarginsF m_inset;
+    QUrl m_overlay;
     bool m_isScrolling = false;
+    ScrollBar m_scrollBar = ScrollBar::Shown;
     bool m_isPlain = true;
 };
 

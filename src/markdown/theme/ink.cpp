@@ -25,6 +25,8 @@ QColor inFull(const Ink &ink)
         return tokens.hairline();
     case Ink::Role::Warning:
         return tokens.warning();
+    case Ink::Role::Failure:
+        return tokens.failure();
     case Ink::Role::Background:
         return tokens.background();
     case Ink::Role::Fixed:

@@ -12,7 +12,7 @@ namespace velto::markdown
 /// colour that is now, whoever draws asks `controls::Tokens`.
 struct Ink
 {
-    enum class Role { Primary, Secondary, Accent, Hairline, Warning, Background, Fixed };
+    enum class Role { Primary, Secondary, Accent, Hairline, Warning, Failure, Background, Fixed };
 
     Role role = Role::Primary;
     qreal opacity = 1;
@@ -23,6 +23,7 @@ struct Ink
     [[nodiscard]] static Ink accent() { return {Role::Accent, 1, {}}; }
     [[nodiscard]] static Ink hairline() { return {Role::Hairline, 1, {}}; }
     [[nodiscard]] static Ink warning() { return {Role::Warning, 1, {}}; }
+    [[nodiscard]] static Ink failure() { return {Role::Failure, 1, {}}; }
     [[nodiscard]] static Ink background() { return {Role::Background, 1, {}}; }
     [[nodiscard]] static Ink of(const QColor &colour) { return {Role::Fixed, 1, colour}; }
 

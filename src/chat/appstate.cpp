@@ -11,6 +11,7 @@ namespace velto::chat
 AppState::AppState(const Environment &environment, QObject *parent)
     : QObject(parent)
     , m_messages(this)
+    , m_browser(environment.browser)
     , m_cacheFile(environment.cacheFile)
     , m_tokens(environment.secrets)
     , m_auth(m_transport, m_tokens, environment.browser, environment.baseURL)

@@ -153,6 +153,9 @@ public:
     /// Cancels the run; the run itself writes the result.
     Q_INVOKABLE void stopStreaming();
     Q_INVOKABLE void dismissError();
+    /// Opens what a message links to: our own links here, what is http, https or mailto with the
+    /// desktop's program, nothing else.
+    Q_INVOKABLE void openLink(const QUrl &url);
 
     // --- Other ways of asking (appstate_branching.cpp); none does anything during a run
 
@@ -255,6 +258,7 @@ private:
     bool m_isDrawerOpen = false;
     std::optional<Section> m_pushedSection;
 
+    platform::URLOpener &m_browser;
     QString m_cacheFile;
     service::Transport m_transport;
     auth::TokenStore m_tokens;

@@ -237,6 +237,11 @@ void AppState::applyMe(service::Me me)
     refreshConversations();
 }
 
+void AppState::openLink(const QUrl &url)
+{
+    (void)m_browser.openURL(url); // there is nothing to tell about a link that nobody opens
+}
+
 QCoro::Task<void> AppState::handleDeepLink(QUrl url)
 {
     if (!url.isValid() || url.host().isEmpty())

@@ -28,9 +28,9 @@ const QList<int> &textRoles()
 
 const QList<int> &partRoles()
 {
-    static const QList<int> roles{MessageListModel::PartCountRole,
-                                  MessageListModel::ContentVolumeRole,
-                                  MessageListModel::RunningToolsRole};
+    static const QList<int> roles{
+        MessageListModel::PartCountRole, MessageListModel::ContentVolumeRole,
+        MessageListModel::RunningToolsRole, MessageListModel::UserTextRole};
     return roles;
 }
 
@@ -85,6 +85,8 @@ QVariant MessageListModel::data(const QModelIndex &index, int role) const
         return branchCount(message);
     case ActiveBranchRole:
         return message.activeBranchIndex;
+    case UserTextRole:
+        return message.role == ChatMessage::Role::User ? message.plainText() : QString();
     default:
         return {};
     }
@@ -95,7 +97,13 @@ QHash<int, QByteArray> MessageListModel::roleNames() const
     return {{MessageIdRole, "messageId"},     {IsUserRole, "isUser"},
             {PartCountRole, "partCount"},     {ContentVolumeRole, "contentVolume"},
             {CreatedAtRole, "createdAt"},     {RunningToolsRole, "runningTools"},
-            {BranchCountRole, "branchCount"}, {ActiveBranchRole, "activeBranch"}};
+            {BranchCountRole, "branchCount"}, {ActiveBranchRole, "activeBranch"},
+            {UserTextRole, "userText"}};
+}
+
+QString MessageListModel::plainText(int row) const
+{
+    return row >= 0 && row < count() ? m_messages[row].plainText() : QString();
 }
 
 void MessageListModel::setMessages(QList<ChatMessage> messages)

@@ -31,6 +31,7 @@ public:
         RunningToolsRole,                 ///< int: tool calls that have not come to an end
         BranchCountRole,                  ///< int: versions of a user's turn; 0 before an edit
         ActiveBranchRole,                 ///< int: which of them is on screen
+        UserTextRole,                     ///< QString: of a user's turn; else empty
     };
     Q_ENUM(Role)
 
@@ -50,6 +51,9 @@ public:
     [[nodiscard]] const QList<ChatMessage> &messages() const { return m_messages; }
     /// `row` must be inside the list.
     [[nodiscard]] const ChatMessage &at(int row) const { return m_messages[row]; }
+
+    /// The text of a message, without what tools were given and gave; empty outside the list.
+    [[nodiscard]] Q_INVOKABLE QString plainText(int row) const;
 
     /// Takes over a whole list. Rows at the front whose ids stay are kept, and of them only what
     /// changed is announced.

@@ -28,6 +28,7 @@
 #include <chrono>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Velto_MarkdownPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_ShellPlugin)
 
@@ -121,6 +122,7 @@ int run(int argc, char **argv)
     platform::URLOpener browser;
     chat::AppState state(
         {secrets, browser, service::apiBaseURL(), chat::conversationcache::defaultFile()});
+    browser.setOwnSchemeHandler([&state](const QUrl &url) { state.handleDeepLink(url); });
     // Ahead of the window, so that the cached conversation is in its first frame.
     state.startBootstrap();
 

@@ -21,8 +21,10 @@ FocusScope {
     }
     Connections {
         function onConversationIDChanged(): void {
-            if (messages.list)
-                messages.list.stickToBottom = true;
+            if (!messages.list)
+                return;
+            messages.list.stickToBottom = true;
+            messages.list.editingMessageID = undefined;
         }
         function onFocusInputRequestChanged(): void {
             composer.focusInput();
@@ -63,7 +65,14 @@ FocusScope {
         anchors.right: parent.right
         anchors.top: titleRow.bottom
         sourceComponent: MessageList {
+            isStreaming: root.appState.isStreaming
             messages: root.appState.messages
+
+            onBranchRequested: (messageId, index) => root.appState.switchBranch(messageId, index)
+            onContinueRequested: root.appState.startContinueGeneration()
+            onEdited: (messageId, text) => root.appState.startEditMessage(messageId, text)
+            onLinkActivated: link => root.appState.openLink(link)
+            onRegenerateRequested: root.appState.startRegenerate()
         }
     }
     EmptyHero {

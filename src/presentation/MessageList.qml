@@ -11,9 +11,18 @@ Item {
     id: root
 
     required property MessageListModel messages
+    property bool isStreaming: false
+    /// The id of the message that is rewritten.
+    property var editingMessageID
     property bool stickToBottom: true
     property real topPadding: 28
     property real bottomPadding: 96
+
+    signal linkActivated(url link)
+    signal edited(var messageId, string text)
+    signal branchRequested(var messageId, int index)
+    signal regenerateRequested
+    signal continueRequested
 
     readonly property real rowWidth: Math.min(720, width - 2 * 28)
 
@@ -73,7 +82,13 @@ Item {
             id: row
 
             required property int index
+            required property int activeBranch
+            required property int branchCount
+            required property date createdAt
             required property bool isUser
+            required property var messageId
+            required property int partCount
+            required property string userText
 
             height: message.implicitHeight
             width: ListView.view.width
@@ -81,17 +96,36 @@ Item {
             MessageRow {
                 id: message
 
+                activeBranch: row.activeBranch
                 anchors.horizontalCenter: parent.horizontalCenter
+                branchCount: row.branchCount
+                createdAt: row.createdAt
                 height: implicitHeight
+                isEditing: root.editingMessageID !== undefined && root.editingMessageID === row.messageId
+                isLast: row.index === list.count - 1
+                isStreaming: root.isStreaming
                 isUser: row.isUser
+                messageId: row.messageId
                 messageRow: row.index
                 messages: root.messages
+                partCount: row.partCount
+                userText: row.userText
                 width: root.rowWidth
 
+                onBranchRequested: index => root.branchRequested(row.messageId, index)
+                onContinueRequested: root.continueRequested()
+                onEdited: text => {
+                    root.editingMessageID = undefined;
+                    root.edited(row.messageId, text);
+                }
+                onEditingEnded: root.editingMessageID = undefined
+                onEditingRequested: root.editingMessageID = row.messageId
                 onGrowing: {
-                    if (row.index === list.count - 1)
+                    if (isLast)
                         follower.follow();
                 }
+                onLinkActivated: link => root.linkActivated(link)
+                onRegenerateRequested: root.regenerateRequested()
             }
         }
         footer: Item {

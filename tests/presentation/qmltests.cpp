@@ -12,6 +12,7 @@
 #include <QtQuickTest>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Velto_MarkdownPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_ShellPlugin)
 

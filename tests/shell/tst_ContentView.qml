@@ -55,7 +55,7 @@ TestCase {
         compare(appState.authStatus, AuthStatus.Bootstrapping);
         verify(names().includes("Loading…"));
         verify(names().includes("Messages"));
-        verify(harness.accessibleTree(view).some(item => item.text === "Message 3, in a few words."));
+        verify(harness.accessibleTree(view).some(item => item.name === "Message 3, in a few words."));
         compare(button("Message input"), null);
         compare(button("Send"), null);
     }

@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+import QtQuick
+import Velto.Controls
+import Velto.Presentation
+
+/// The assistant's turn: its parts beside the avatar, and what can be done with them.
+Item {
+    id: root
+
+    required property MessageListModel messages
+    required property int messageRow
+    required property var messageId
+    required property bool hasParts
+    required property bool isLast
+    required property bool isStreaming
+
+    signal growing
+    signal linkActivated(url link)
+    signal regenerateRequested
+    signal continueRequested
+
+    readonly property real partsX: 26 + 12
+    readonly property bool fades: isLast && isStreaming && hasParts
+
+    implicitHeight: hasParts ? actions.y + actions.height : Math.max(26, parts.height)
+
+    AssistantAvatar {}
+    AssistantPartsView {
+        id: parts
+
+        messageRow: root.messageRow
+        messages: root.messages
+        // A line's extra height lies below its letters.
+        topPadding: 3
+        width: root.width - x
+        x: root.partsX
+
+        onGrowing: root.growing()
+        onLinkActivated: link => root.linkActivated(link)
+    }
+    Loader {
+        id: actions
+
+        active: root.hasParts
+        // The first frame does without what only shows under the pointer.
+        asynchronous: true
+        height: 22
+        sourceComponent: AssistantActionsRow {
+            currentVote: votes.vote
+            isLast: root.isLast
+            isStreaming: root.isStreaming
+            messageRow: root.messageRow
+            messages: root.messages
+
+            onContinueRequested: root.continueRequested()
+            onFeedback: vote => {
+                VoteStore.setVote(vote, root.messageId);
+                votes.voteRevision += 1;
+            }
+            onRegenerateRequested: root.regenerateRequested()
+        }
+        visible: active
+        // A mark stands in the middle of its button: the first one begins where the text does.
+        x: root.partsX - (22 - 11) / 2
+        y: parts.height + Tokens.spaceSmall
+    }
+    QtObject {
+        id: votes
+
+        property int voteRevision: 0
+        readonly property int vote: voteRevision >= 0 ? VoteStore.vote(root.messageId) : VoteStore.None
+    }
+    // The newest line of an answer that is being written fades into what is behind it.
+    Rectangle {
+        height: parts.height - y
+        visible: root.fades
+        width: parts.width
+        x: parts.x
+        y: parts.height * 0.86
+
+        gradient: Gradient {
+            GradientStop {
+                color: Tokens.faded(Tokens.background, 0)
+                position: 0
+            }
+            GradientStop {
+                color: Tokens.faded(Tokens.background, 0.75)
+                position: 1
+            }
+        }
+    }
+}

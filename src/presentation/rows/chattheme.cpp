@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#include "presentation/rows/chattheme.h"
+
+#include "presentation/code/syntaxhighlighter.h"
+
+namespace velto::presentation
+{
+
+using namespace markdown;
+
+namespace
+{
+
+constexpr qreal codeSize = 11;
+constexpr qreal codeOpacity = 0.88;
+constexpr qreal codeLineHeight = 1.25;
+
+TextStyle monospaced()
+{
+    return FontFamilyVariant{FontProperties::FamilyVariant::Monospaced};
+}
+
+TextStyle semibold(qreal size)
+{
+    return TextStyleBuilder::build(FontSize{size}, FontWeight{QFont::DemiBold});
+}
+
+Theme::Block heading(qreal size, qreal above, std::optional<qreal> below)
+{
+    return {[=](const BlockConfiguration &block) {
+        return block.label.textStyle(semibold(size)).margin(above, below);
+    }};
+}
+
+BlockView quote(const BlockConfiguration &block)
+{
+    return block.label.textStyle(ForegroundColor{Ink::secondary()})
+        .padding({12, 0, 0, 0})
+        .leadingBar(Ink::primary().faded(0.18), 2);
+}
+
+BlockView codeSurface(const BlockView &label, const Ink &ink, const Ink &fill)
+{
+    return label
+        .textStyle(TextStyleBuilder::build(monospaced(), FontSize{codeSize}, ForegroundColor{ink}))
+        .lineHeight(codeLineHeight)
+        .padding({8, 8, 8, 8})
+        .background(fill, 6)
+        .scrolling(BlockView::ScrollBar::Hidden)
+        .overlay(QUrl(QStringLiteral("qrc:/qt/qml/Velto/Presentation/CodeCopyButton.qml")));
+}
+
+BlockView plainCode(const CodeBlockConfiguration &block)
+{
+    return codeSurface(block.label, Ink::primary().faded(codeOpacity), Ink::primary().faded(0.04));
+}
+
+BlockView errorCode(const CodeBlockConfiguration &block)
+{
+    return codeSurface(block.label, Ink::failure(), Ink::failure().faded(0.08));
+}
+
+BlockView fencedCode(const CodeBlockConfiguration &block)
+{
+    const BlockView view = plainCode(block).inset({4, 4, 4, 4});
+    const QString language = block.language.value_or(QString()).trimmed();
+    if (language.isEmpty())
+        return view;
+    return view.caption(
+        language.toUpper(),
+        TextStyleBuilder::build(semibold(9), ForegroundColor{Ink::secondary()}, TextTracking{0.6}),
+        4);
+}
+
+/// The colours of tokens, on top of what the theme gives all code.
+class TokenHighlighter final : public CodeSyntaxHighlighter
+{
+public:
+    [[nodiscard]] AttributedString highlightCode(const QString &code,
+                                                 const std::optional<QString> &language,
+                                                 const TextAttributes &attributes) const override
+    {
+        AttributedString text;
+        qsizetype at = 0;
+        const QString name = language.value_or(QString()).trimmed();
+        for (const TokenRange &token : SyntaxHighlighter::tokenRanges(code, name)) {
+            if (token.range.start > at)
+                text.append(code.sliced(at, token.range.start - at), attributes);
+            TextAttributes coloured = attributes;
+            const Rgb parts = rgb(token.color);
+            coloured.foregroundColor = Ink::of(QColor::fromRgbF(static_cast<float>(parts.red),
+                                                                static_cast<float>(parts.green),
+                                                                static_cast<float>(parts.blue)));
+            text.append(code.sliced(token.range.start, token.range.length()), coloured);
+            at = token.range.end;
+        }
+        if (at < code.size() || code.isEmpty())
+            text.append(code.sliced(at), attributes);
+        return text;
+    }
+};
+
+Theme makeChatTheme()
+{
+    return Theme()
+        .text(TextStyleBuilder::build(FontSize{15.0}, ForegroundColor{Ink::primary()}))
+        .strong(FontWeight{QFont::DemiBold})
+        .link(ForegroundColor{Ink::accent()})
+        .code(TextStyleBuilder::build(monospaced(), FontSize{em(0.92)},
+                                      BackgroundColor{Ink::primary().faded(0.06)}))
+        .heading(1, heading(20, 8, 2))
+        .heading(2, heading(17, 6, 1))
+        .heading(3, heading(15, 4, std::nullopt))
+        .blockquote({quote})
+        .listItem({[](const BlockConfiguration &block) { return block.label.margin(2, 2); }})
+        .codeBlock({fencedCode});
+}
+
+} // namespace
+
+const Theme &chatTheme()
+{
+    static const Theme theme = makeChatTheme();
+    return theme;
+}
+
+const Theme &toolPayloadTheme()
+{
+    static const Theme theme = Theme().codeBlock({plainCode});
+    return theme;
+}
+
+const Theme &toolErrorTheme()
+{
+    static const Theme theme = Theme().codeBlock({errorCode});
+    return theme;
+}
+
+std::shared_ptr<const CodeSyntaxHighlighter> chatHighlighter()
+{
+    static const auto highlighter = std::make_shared<const TokenHighlighter>();
+    return highlighter;
+}
+
+} // namespace velto::presentation

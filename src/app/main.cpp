@@ -5,9 +5,11 @@
 #include "chat/conversationcache.h"
 #include "controls/accessibility.h"
 #include "controls/tokens.h"
+#include "markdown/imageview/networkimageloaderkey.h"
 #include "patientsecrets.h"
 #include "platform/colorscheme.h"
 #include "platform/urlopener.h"
+#include "presentation/media/mediaimageloader.h"
 #include "service/apibaseurl.h"
 #include "service/transport.h"
 #include "shell/refusingnetwork.h"
@@ -87,6 +89,14 @@ void followColorScheme(const platform::ColorScheme &scheme)
     apply();
 }
 
+void forgetWhenSignedOut(presentation::MediaImageLoader &pictures, const chat::AppState &state)
+{
+    QObject::connect(&state, &chat::AppState::authStatusChanged, &pictures, [&pictures, &state] {
+        if (state.authStatusKind() == chat::AuthStatus::Kind::LoggedOut)
+            pictures.forget();
+    });
+}
+
 void beginAfterFirstFrame(PatientSecrets &secrets, QQuickWindow &window, QQmlEngine &engine)
 {
     const auto begin = [&secrets] { secrets.begin(); };
@@ -126,9 +136,15 @@ int run(int argc, char **argv)
     // Ahead of the window, so that the cached conversation is in its first frame.
     state.startBootstrap();
 
+    service::Transport pictureTransport;
+    presentation::MediaImageLoader pictures(pictureTransport, service::apiBaseURL(),
+                                            [&state] { return state.api().accessToken(); });
+    forgetWhenSignedOut(pictures, state);
+
     shell::RefusingNetwork network;
     QQmlApplicationEngine engine;
     engine.setNetworkAccessManagerFactory(&network);
+    markdown::NetworkImageLoaderKey::setLoader(engine, &pictures);
     QQuickWindow *window = loadWindow(engine, state);
     if (window == nullptr) {
         secrets.begin(); // whoever waits there has to end

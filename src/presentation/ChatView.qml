@@ -38,6 +38,7 @@ FocusScope {
 
         onActivated: root.appState.stopStreaming()
     }
+    // In front of the messages, so that what fades into the background fades into the glow too.
     Glow {
         anchors.right: parent.right
         anchors.top: parent.top
@@ -45,6 +46,7 @@ FocusScope {
         height: 520
         innerRadius: 60
         width: 520
+        z: 1
     }
     TitleRow {
         id: titleRow

@@ -126,6 +126,7 @@ Item {
                 }
                 onLinkActivated: link => root.linkActivated(link)
                 onRegenerateRequested: root.regenerateRequested()
+                onReshaped: follower.stay()
             }
         }
         footer: Item {
@@ -155,7 +156,8 @@ Item {
         onHeightChanged: follower.follow()
     }
     Loader {
-        active: list.activeFocus
+        // The list itself, not something in a row.
+        active: list.activeFocus && list.Window.activeFocusItem === list
         anchors.fill: parent
         anchors.margins: 4
         sourceComponent: FocusRing {

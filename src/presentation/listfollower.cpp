@@ -89,6 +89,12 @@ void ListFollower::follow()
         jump();
 }
 
+void ListFollower::stay()
+{
+    if (m_opened && m_view != nullptr && m_view->property("contentY").toReal() == m_endY)
+        follow();
+}
+
 void ListFollower::settle()
 {
     if (m_settling)
@@ -126,6 +132,7 @@ void ListFollower::goToEnd()
         emit openedChanged();
     }
     QMetaObject::invokeMethod(m_view, "positionViewAtEnd");
+    m_endY = m_view->property("contentY").toReal();
     emit followed();
 }
 

@@ -44,6 +44,9 @@ public:
     Q_INVOKABLE void jump();
     /// Goes to the end with the next frame while sticking.
     Q_INVOKABLE void follow();
+    /// Something took another size by itself, such as a picture that has come: goes to the end while
+    /// sticking, unless the view was moved since it was put there.
+    Q_INVOKABLE void stay();
 
 signals:
     void viewChanged();
@@ -74,6 +77,7 @@ private:
     bool m_jumping = false;
     bool m_rowsChanged = false;
     QUuid m_lastMessage;
+    qreal m_endY = 0; ///< Where the view was put.
     /// Rows may still take their heights in the frame that is being made.
     bool m_settling = false;
     QMetaObject::Connection m_frames;

@@ -17,6 +17,7 @@ Item {
     required property bool isStreaming
 
     signal growing
+    signal reshaped
     signal linkActivated(url link)
     signal regenerateRequested
     signal continueRequested
@@ -39,6 +40,7 @@ Item {
 
         onGrowing: root.growing()
         onLinkActivated: link => root.linkActivated(link)
+        onReshaped: root.reshaped()
     }
     Loader {
         id: actions

@@ -14,9 +14,9 @@ Column {
 
     /// Something is about to become longer than it shows.
     signal growing
+    /// Something has taken another size by itself.
+    signal reshaped
     signal linkActivated(url link)
-
-    spacing: 6
 
     // Who asks for the height asks at once.
     Component.onCompleted: forceLayout()
@@ -30,17 +30,27 @@ Column {
     Repeater {
         model: assistantParts
 
-        Loader {
+        Item {
             id: chunk
 
             required property int index
-            required property bool isTools
+            required property int kind
+            required property real gap
             required property string summary
             required property var tools
+            required property url videoURL
+            required property string caption
 
-            sourceComponent: isTools ? toolGroup : text
+            implicitHeight: gap + view.height
             width: root.width
 
+            Loader {
+                id: view
+
+                sourceComponent: [text, toolGroup, video][chunk.kind]
+                width: root.width
+                y: chunk.gap
+            }
             Component {
                 id: text
 
@@ -50,6 +60,7 @@ Column {
                     width: root.width
 
                     onGrowing: root.growing()
+                    onImplicitHeightChanged: root.reshaped()
                     onLinkActivated: link => root.linkActivated(link)
                 }
             }
@@ -70,6 +81,13 @@ Column {
 
                         target: assistantParts
                     }
+                }
+            }
+            Component {
+                id: video
+
+                Item {
+                    implicitHeight: 40
                 }
             }
         }

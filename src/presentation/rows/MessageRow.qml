@@ -25,6 +25,8 @@ Item {
 
     /// The message is about to become longer than its row shows.
     signal growing
+    /// Something in it has taken another size by itself.
+    signal reshaped
     signal linkActivated(url link)
     signal editingRequested
     signal editingEnded
@@ -58,6 +60,7 @@ Item {
             onGrowing: root.growing()
             onLinkActivated: link => root.linkActivated(link)
             onRegenerateRequested: root.regenerateRequested()
+            onReshaped: root.reshaped()
         }
     }
     Component {

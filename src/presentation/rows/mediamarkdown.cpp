@@ -3,7 +3,10 @@
 
 #include "presentation/rows/mediamarkdown.h"
 
+#include "presentation/mediaviews/veltomediaimageprovider.h"
 #include "presentation/rows/chattheme.h"
+
+#include <QQmlEngine>
 
 namespace velto::presentation
 {
@@ -13,6 +16,22 @@ MediaMarkdown::MediaMarkdown(QQuickItem *parent)
 {
     setTheme(chatTheme());
     setCodeSyntaxHighlighter(chatHighlighter());
+}
+
+void MediaMarkdown::classBegin()
+{
+    Markdown::classBegin();
+    QQmlEngine *engine = qmlEngine(this);
+    if (engine == nullptr)
+        return;
+    // One for all replies of an engine, and gone with it.
+    static const QString name = QStringLiteral("velto.mediaImageProvider");
+    auto *provider = engine->findChild<VeltoMediaImageProvider *>(name, Qt::FindDirectChildrenOnly);
+    if (provider == nullptr) {
+        provider = new VeltoMediaImageProvider(engine);
+        provider->setObjectName(name);
+    }
+    setImageProvider(provider);
 }
 
 void MediaMarkdown::setParts(AssistantParts *parts)
@@ -26,6 +45,13 @@ void MediaMarkdown::setParts(AssistantParts *parts)
         connect(parts, &AssistantParts::textGrew, this, [this](int row) {
             if (row == m_row)
                 takeText();
+        });
+        connect(parts, &AssistantParts::textChanged, this, [this](int row) {
+            if (row != m_row)
+                return;
+            if (!m_parts->text(row).startsWith(text()))
+                m_length = 0;
+            takeText();
         });
     }
     emit partsChanged();

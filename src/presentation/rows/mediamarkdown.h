@@ -36,6 +36,7 @@ signals:
     void rowChanged();
 
 protected:
+    void classBegin() override;
     void componentComplete() override;
 
 private:

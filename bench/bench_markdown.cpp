@@ -168,14 +168,15 @@ QString codeOf(qsizetype size)
 void hostile()
 {
     constexpr qsizetype size = 1'000'000;
-    const char *units[] = {"|a",         "|a|\n|-|\n", "-|-\n-|-|-\n", "a|b\n-|-\n", ":-\n",
-                           ">",          "- ",         "1. ",          "- a\n",      "- a\n\n",
-                           "[",          "![",         "[a](",         "*[a](b)",    "![[]()",
-                           "**[a](b)**", "~[a](b)",    "*a_ ",         "*a **a ",    "_a ",
-                           "~a~",        "`a",         "x <? ",        "x <!A ",     "x <![CDATA[ ",
-                           "<a b=\"",    "a@b.c ",     "a@",           "http://a ",  "www.a ",
-                           "&#35;",      "\\\n",       "a  \n",        "a\n",        "\n",
-                           "\"",         "[a]: b\n",   "x <b>\n",      "# a\n",      ">\n\n"};
+    const char *units[] = {
+        "|a",           "|a|\n|-|\n", "-|-\n-|-|-\n", "a|b\n-|-\n", ":-\n",      ">",
+        "- ",           "1. ",        "- a\n",        "- a\n\n",    "[",         "![",
+        "[a](",         "*[a](b)",    "![[]()",       "**[a](b)**", "~[a](b)",   "*a_ ",
+        "*a **a ",      "_a ",        "~a~",          "`a",         "x <? ",     "x <!A ",
+        "x <![CDATA[ ", "<a b=\"",    "a@b.c ",       "a@",         "http://a ", "www.a ",
+        "&#35;",        "\\\n",       "a  \n",        "a\n",        "\n",        "\"",
+        "[a]: b\n",     "x <b>\n",    "# a\n",        ">\n\n",      "a\r",       "http://a.<",
+        "www._",        "w.aba@",     "~-~~  ~=",     "} _*__-*",   "[\n[a\n"};
     double slowest = 0;
     const char *which = "";
     for (const char *unit : units) {
@@ -190,6 +191,9 @@ void hostile()
                          QStringLiteral("|-").repeated(100) + u'\n' +
                          QStringLiteral("|b\n").repeated(size / 3);
     slowest = std::max(slowest, ownSeconds(wide));
+    const QString header =
+        QStringLiteral("*\n") + QStringLiteral("-:*\n").repeated(size / 4) + QStringLiteral("-:");
+    slowest = std::max(slowest, ownSeconds(header));
     const QString nested =
         QStringLiteral("- ").repeated(size / 4) + u'a' + QString(size / 2, u'\n');
     slowest = std::max(slowest, ownSeconds(nested));

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 using namespace velto::markdown;
 using velto::test::dump;
 using velto::test::plainParse;
@@ -50,9 +52,24 @@ QList<Hostile> hostileTexts()
         {"nestedLinks", times(8000, u"!["_qs) + u"a"_qs + times(8000, u"](b)"_qs)},
         {"brackets", u"[a]: b\n\n"_qs + times(10000, u"["_qs) + u"a"_qs + times(10000, u"]"_qs)},
         {"zeros", QString(200000, QChar(0))},
+        {"addressesInAWord", times(100000, u"http://a.<"_qs)},
+        {"hostsThatAreNone", times(200000, u"www._"_qs)},
+        {"mailThatIsNone", times(160000, u"w.aba@"_qs)},
+        {"struckOrNot", times(120000, u"~-~~  ~="_qs)},
+        {"emphasisOrNot", times(120000, u"} _*__-*"_qs)},
+        {"oneHeader", u"*\n"_qs + times(200000, u"-:*\n"_qs) + u"-:"_qs},
+        {"returns", times(1000000, u"a\r"_qs)},
+        {"manyHeadings", times(250000, u"# a\n"_qs)},
         {"manyItems", times(60000, u"- a\n"_qs)},
         {"manyDefinitions", times(8000, u"[a]: b\n"_qs)},
     };
+}
+
+double processSeconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 int depthOf(const QList<InlineNode> &nodes);
@@ -110,6 +127,16 @@ TEST(MarkdownBounds, everyHostileTextIsReadWithoutMuchStack)
     thread->wait();
     delete thread;
     EXPECT_TRUE(isDone);
+}
+
+// A release build needs a fiftieth of this, the library alone many times as much for most.
+TEST(MarkdownBounds, everyHostileTextIsReadInTime)
+{
+    for (const Hostile &hostile : hostileTexts()) {
+        const double start = processSeconds();
+        const MarkdownContent content(hostile.text);
+        EXPECT_LT(processSeconds() - start, 5) << hostile.name;
+    }
 }
 
 TEST(MarkdownBounds, aHostileTextThatGrowsIsReadAsTheWhole)
@@ -187,6 +214,35 @@ TEST(MarkdownBounds, whatIsTooMuchIsShownAsItStands)
     const auto &rest = std::get<blocks::CodeBlock>(content.blocks[1].kind);
     EXPECT_GT(list.items.size(), 20000);
     EXPECT_EQ(rest.content, times(150000 - list.items.size(), u"- a\n"_qs));
+}
+
+TEST(MarkdownBounds, aHeaderBelowManyLinesIsOne)
+{
+    const QString text = times(300, u"a line of a log, of some length\n"_qs) + u"|a|b|\n|-|-|\n"_qs;
+    const MarkdownContent content(text);
+    EXPECT_EQ(content, plainParse(text));
+    ASSERT_EQ(content.blocks.size(), 2);
+    EXPECT_TRUE(std::holds_alternative<blocks::Table>(content.blocks[1].kind));
+}
+
+TEST(MarkdownBounds, aHeaderBelowVeryManyLinesIsText)
+{
+    const MarkdownContent content(times(20000, u"a\n"_qs) + u"|a|b|\n|-|-|\n"_qs);
+    ASSERT_EQ(content.blocks.size(), 1);
+    EXPECT_TRUE(dump(content.blocks).endsWith(u"text \"|-|-|\"\n"_qs));
+}
+
+TEST(MarkdownBounds, aParagraphOfManyAddressesIsExact)
+{
+    const QString text =
+        times(1000, u"see https://example.org/a_b, <https://example.org> or a@example.org "_qs);
+    EXPECT_EQ(MarkdownContent(text), plainParse(text));
+}
+
+TEST(MarkdownBounds, aParagraphOfManyNamesWithUnderscoresIsExact)
+{
+    const QString text = times(10000, u"a_long_name = 2 * b\n"_qs);
+    EXPECT_TRUE(MarkdownContent(text) == plainParse(text));
 }
 
 TEST(MarkdownBounds, aListOfFiveThousandItemsIsExact)

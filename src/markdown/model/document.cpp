@@ -7,14 +7,19 @@
 #include "markdown/model/lineguard.h"
 #include "markdown/model/treereading.h"
 
+#include <algorithm>
+
 namespace velto::markdown
 {
 
 std::string_view takeLine(std::string_view &rest)
 {
-    std::string_view line = rest.substr(0, rest.find('\n'));
-    line = line.substr(0, line.find('\r'));
-    std::size_t next = line.size();
+    // One pass: a search for either end alone would go through all of the rest for each line of a
+    // text that has only the other.
+    const auto end = std::ranges::find_if(rest, [](char c) { return c == '\n' || c == '\r'; });
+    const auto length = static_cast<std::size_t>(end - rest.begin());
+    const std::string_view line = rest.substr(0, length);
+    std::size_t next = length;
     if (next < rest.size())
         next += rest.substr(next).starts_with("\r\n") ? 2 : 1;
     rest.remove_prefix(next);

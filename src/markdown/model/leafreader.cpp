@@ -3,23 +3,17 @@
 
 #include "markdown/model/leafreader.h"
 
+#include "markdown/model/leafshape.h"
 #include "markdown/model/treereading.h"
 
 #include <cmark-gfm/inlines.h>
 #include <cmark-gfm/syntax_extension.h>
-
-#include <algorithm>
-#include <array>
-#include <cstdint>
-#include <vector>
 
 namespace velto::markdown
 {
 
 namespace
 {
-
-constexpr qint64 longestLabel = 1000; // bytes; the parser looks up none that is longer
 
 constexpr qint64 allowance(qint64 bytes)
 {
@@ -33,94 +27,6 @@ std::string_view contentOf(const cmark_node *leaf)
     while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
         text.remove_suffix(1);
     return text;
-}
-
-/// What a character at which the parser stops costs at most, in tenths of a microsecond.
-constexpr std::array<std::uint8_t, 256> characterCosts()
-{
-    std::array<std::uint8_t, 256> costs{};
-    for (const char c : std::string_view("\\`&_*[]<>!~\"'w"))
-        costs[static_cast<unsigned char>(c)] = 4;
-    costs[static_cast<unsigned char>('\n')] = 6;
-    costs[static_cast<unsigned char>(':')] = 8;
-    costs[static_cast<unsigned char>('@')] = 20;
-    return costs;
-}
-
-constexpr std::array<std::uint8_t, 256> costs = characterCosts();
-
-/// What makes inlines expensive, counted in one pass.
-struct LeafShape
-{
-    explicit LeafShape(std::string_view text);
-
-    qint64 characters = 0; ///< Their costs.
-    qint64 delimiters = 0; ///< That may stay on the parser's stack: emphasis and images.
-    qint64 brackets = 0;   ///< Closing ones.
-    qint64 labels = 0;     ///< Bytes that are compared with labels.
-    qint64 openEnded = 0;  ///< Bytes behind a construct that never ends, for each of them.
-
-private:
-    void countBracket(std::string_view text, std::size_t at);
-    void countOpenEnded(std::string_view text);
-
-    std::vector<qint64> m_openers;
-};
-
-LeafShape::LeafShape(std::string_view text)
-{
-    bool hasTags = false;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        const std::uint8_t cost = costs[static_cast<unsigned char>(c)];
-        if (cost == 0)
-            continue;
-        characters += cost;
-        if (c == '*' || c == '_' || c == '~')
-            ++delimiters;
-        else if (c == '[' || c == ']')
-            countBracket(text, at);
-        else if (c == '<')
-            hasTags = true;
-    }
-    if (hasTags)
-        countOpenEnded(text);
-}
-
-void LeafShape::countBracket(std::string_view text, std::size_t at)
-{
-    const auto position = static_cast<qint64>(at);
-    if (text[at] == '[') {
-        delimiters += at > 0 && text[at - 1] == '!' ? 1 : 0;
-        m_openers.push_back(position);
-        return;
-    }
-    ++brackets;
-    if (m_openers.empty())
-        return;
-    labels += std::min(longestLabel, position - m_openers.back());
-    m_openers.pop_back();
-}
-
-/// `<?`, `<!X` and `<![CDATA[` are looked for an end up to the end of the text.
-void LeafShape::countOpenEnded(std::string_view text)
-{
-    const std::size_t lastInstructionEnd = text.rfind("?>");
-    const std::size_t lastTagEnd = text.rfind('>');
-    const std::size_t lastSectionEnd = text.rfind("]]>");
-    const auto isBehind = [](std::size_t at, std::size_t end) {
-        return end == std::string_view::npos || at > end;
-    };
-    for (std::size_t at = text.find('<'); at != std::string_view::npos && at + 1 < text.size();
-         at = text.find('<', at + 1)) {
-        const bool isInstruction = text[at + 1] == '?';
-        const bool isSection = text.substr(at, 3) == "<![";
-        const bool isDeclaration = !isSection && text[at + 1] == '!';
-        if ((isInstruction && isBehind(at, lastInstructionEnd)) ||
-            (isSection && isBehind(at, lastSectionEnd)) ||
-            (isDeclaration && isBehind(at, lastTagEnd)))
-            openEnded += static_cast<qint64>(text.size() - at);
-    }
 }
 
 bool isDeeperThan(int deepest, const cmark_node *leaf)
@@ -211,7 +117,8 @@ bool LeafReader::admits(std::string_view text)
     m_bytes += static_cast<qint64>(text.size()) + 1;
     const qint64 cost = 10 + shape.characters + static_cast<qint64>(text.size()) / 64 +
                         shape.brackets * shape.delimiters / 16 + shape.labels / 16 +
-                        shape.openEnded / 64 + shape.brackets * m_longestTarget / 128;
+                        shape.openEnded / 64 + shape.brackets * m_longestTarget / 128 +
+                        shape.runs * shape.runs / 256 + shape.addresses / 32;
     // A leaf that is not admitted costs little, and the next may be cheap.
     if (m_work + cost > allowance(m_bytes))
         return false;

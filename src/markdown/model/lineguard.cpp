@@ -15,6 +15,8 @@ namespace
 {
 
 constexpr std::string_view replacement = "\xef\xbf\xbd";
+// As many as some five milliseconds take.
+constexpr qint64 mostHeaderSteps = 10'000'000;
 
 constexpr qint64 allowance(qint64 bytes)
 {
@@ -140,15 +142,28 @@ bool looksLikeDelimiterRow(std::string_view row)
            row.find_first_of("|:") != std::string_view::npos;
 }
 
-qsizetype mostPipesInALine(std::string_view text)
+/// What the lines of a paragraph above a delimiter row mean for the search for a header.
+struct LinesAbove
 {
-    qsizetype most = 0;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        most = std::max<qsizetype>(most, std::ranges::count(text.substr(0, end), '|'));
-        text.remove_prefix(std::min(end + 1, text.size()));
+    qsizetype mostPipes = 0; ///< In one line.
+    qint64 steps = 0;        ///< From each line start back to the pipe before it.
+};
+
+LinesAbove linesAbove(std::string_view text)
+{
+    LinesAbove lines;
+    qsizetype pipes = 0;
+    std::size_t lastPipe = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '|') {
+            lines.mostPipes = std::max(lines.mostPipes, ++pipes);
+            lastPipe = at;
+        } else if (text[at] == '\n') {
+            lines.steps += static_cast<qint64>(at - lastPipe);
+            pipes = 0;
+        }
     }
-    return most;
+    return lines;
 }
 
 } // namespace
@@ -166,13 +181,17 @@ bool LineGuard::refusesHeader(const cmark_node *paragraph, std::string_view line
         m_headerParagraph = paragraph->start_line;
         m_headerTries = 0;
     }
+    if (++m_headerTries > mostHeaderTries)
+        return true;
     const std::string_view above(reinterpret_cast<const char *>(paragraph->content.ptr),
                                  static_cast<std::size_t>(paragraph->content.size));
-    ++m_headerTries;
+    const LinesAbove lines = linesAbove(above);
     m_work += static_cast<qint64>(above.size()) / 32;
-    return m_headerTries > mostHeaderTries ||
-           std::ranges::count(line.substr(start), '|') >= widest ||
-           mostPipesInALine(above) > mostPipes;
+    if (lines.mostPipes > mostPipes || lines.steps > mostHeaderSteps ||
+        std::ranges::count(line.substr(start), '|') >= widest)
+        return true;
+    m_work += lines.steps / 128;
+    return false;
 }
 
 void LineGuard::feedTableRow(Parser &parser, const cmark_node *table, std::string_view line)
@@ -204,7 +223,8 @@ bool LineGuard::feed(Parser &parser, std::string_view line)
     const int depth = depthOf(current);
     const int most = std::max(0, deepest - depth);
     const Markers markers = isRule(line) ? Markers{} : markersOf(line, most);
-    if (!spend(3 + 7 * markers.count + depth / 4))
+    const bool isHeading = markers.end < line.size() && line[markers.end] == '#';
+    if (!spend(3 + 7 * (markers.count + (isHeading ? 1 : 0)) + depth / 4))
         return false;
     const std::size_t start = behindQuotes(line);
     if (markers.count > most) {

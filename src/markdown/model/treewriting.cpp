@@ -21,6 +21,18 @@ cmark_node *extensionNode(const char *extension, cmark_node_type type)
     return found ? cmark_node_new_with_ext(type, found) : nullptr;
 }
 
+/// Made without its extension, which is set afterwards as the parser does it: a cell that is made
+/// with it gets memory that the library never frees.
+cmark_node *cellNode()
+{
+    cmark_syntax_extension *table = cmark_find_syntax_extension("table");
+    if (!table)
+        return nullptr;
+    cmark_node *cell = cmark_node_new(CMARK_NODE_TABLE_CELL);
+    cmark_node_set_syntax_extension(cell, table);
+    return cell;
+}
+
 /// Appends a node that could be built and that `parent` takes; what can't be shown is left out.
 void append(cmark_node *parent, cmark_node *child)
 {
@@ -130,7 +142,7 @@ void appendRow(cmark_node *table, const RawTableRow &row, bool isHeader)
         return;
     cmark_gfm_extensions_set_table_row_is_header(node, isHeader ? 1 : 0);
     for (const RawTableCell &cell : row.cells)
-        append(node, spanNode(extensionNode("table", CMARK_NODE_TABLE_CELL), cell.content));
+        append(node, spanNode(cellNode(), cell.content));
     append(table, node);
 }
 

@@ -325,18 +325,134 @@ TEST_F(MarkdownBlocksTest, ALongLineOfCodeScrollsWhenTheStyleSaysSo)
     EXPECT_EQ(box<CodeBox>(0)->maximumOffset(), 0);
 }
 
-TEST(LinePiecesTest, JoinToTheTextWithoutTheFeedsBetween)
+TEST(CodePiecesTest, BeginBehindEveryFewLines)
 {
-    AttributedString text;
-    text.append(QStringLiteral("a\nb\n"), {});
-    TextAttributes other;
-    other.kerning = 1;
-    text.append(QStringLiteral("c\nd"), other);
-    const QList<AttributedString> pieces = linePieces(text, 2);
-    ASSERT_EQ(pieces.size(), 2);
-    EXPECT_EQ(pieces[0].plainText(), QStringLiteral("a\nb"));
-    EXPECT_EQ(pieces[1].plainText(), QStringLiteral("c\nd"));
-    EXPECT_EQ(pieces[1].runs()[0].attributes, other);
+    std::vector<qsizetype> starts;
+    continueStarts(starts, u"a\nb\nc\nd", 2);
+    EXPECT_EQ(starts, (std::vector<qsizetype>{0, 4}));
+    continueStarts(starts, u"a\nb\nc\nd\ne\nf\ng", 2);
+    EXPECT_EQ(starts, (std::vector<qsizetype>{0, 4, 8, 12}));
+}
+
+/// Plain code that remembers what was asked for.
+class Recording final : public CodeSyntaxHighlighter
+{
+public:
+    mutable QList<qsizetype> parts; ///< Where they began.
+
+    [[nodiscard]] AttributedString highlightCode(const QString &code,
+                                                 const std::optional<QString> &,
+                                                 const TextAttributes &attributes) const override
+    {
+        AttributedString text;
+        text.append(code, attributes);
+        return text;
+    }
+    [[nodiscard]] std::unique_ptr<CodeHighlight>
+    highlight(const std::optional<QString> &language,
+              const TextAttributes &attributes) const override;
+};
+
+class RecordingHighlight final : public CodeHighlight
+{
+public:
+    RecordingHighlight(const Recording &recording, std::unique_ptr<CodeHighlight> plain)
+        : m_recording(recording)
+        , m_plain(std::move(plain))
+    {}
+    [[nodiscard]] qsizetype grow(const QString &code) override { return m_plain->grow(code); }
+    [[nodiscard]] const QString &text() const override { return m_plain->text(); }
+    [[nodiscard]] AttributedString part(qsizetype from, qsizetype to) const override
+    {
+        m_recording.parts.append(from);
+        return m_plain->part(from, to);
+    }
+
+private:
+    const Recording &m_recording;
+    const std::unique_ptr<CodeHighlight> m_plain;
+};
+
+std::unique_ptr<CodeHighlight> Recording::highlight(const std::optional<QString> &language,
+                                                    const TextAttributes &attributes) const
+{
+    return std::make_unique<RecordingHighlight>(
+        *this, PlainTextCodeSyntaxHighlighter().highlight(language, attributes));
+}
+
+TEST_F(MarkdownBlocksTest, CodeThatGrowsIsAskedForItsLastPieceOnly)
+{
+    const auto recording = std::make_shared<Recording>();
+    view.setCodeSyntaxHighlighter(recording);
+    QString code = QStringLiteral("```\n");
+    for (int line = 10; line < 110; ++line)
+        code += QStringLiteral("line %1\n").arg(line, 3);
+    show(code.toUtf8().constData());
+    EXPECT_EQ(recording->parts, (QList<qsizetype>{0, 360, 720}));
+    const std::vector<TextBox *> before = texts();
+    const qreal height = view.implicitHeight();
+    recording->parts.clear();
+    view.append(QStringLiteral("one more\nand one"));
+    settle();
+    EXPECT_EQ(recording->parts, QList<qsizetype>{720});
+    EXPECT_EQ(texts(), before);
+    EXPECT_TRUE(text(2).text().plainText().endsWith(QStringLiteral("line 109\none more\nand one")));
+    EXPECT_GT(view.implicitHeight(), height);
+}
+
+/// Marks every second character, and the first one anew with each of them.
+class Marking final : public CodeSyntaxHighlighter
+{
+public:
+    [[nodiscard]] AttributedString highlightCode(const QString &code,
+                                                 const std::optional<QString> &,
+                                                 const TextAttributes &attributes) const override
+    {
+        AttributedString text;
+        for (qsizetype at = 0; at < code.size(); ++at) {
+            TextAttributes marked = attributes;
+            if (at % 2 == 1)
+                marked.kerning = 1;
+            if (at == 0)
+                marked.kerning = static_cast<qreal>(code.size());
+            text.append(code.mid(at, 1), marked);
+        }
+        return text;
+    }
+};
+
+TEST_F(MarkdownBlocksTest, AnyHighlighterMayChangeWhatItGaveBefore)
+{
+    view.setCodeSyntaxHighlighter(std::make_shared<Marking>());
+    show("```\nab");
+    view.append(QStringLiteral("cd"));
+    settle();
+    const QList<TextRun> &runs = text(0).text().runs();
+    ASSERT_EQ(text(0).text().plainText(), QStringLiteral("abcd"));
+    EXPECT_EQ(runs[0].attributes.kerning, 4);
+    EXPECT_EQ(runs[3].attributes.kerning, 1);
+}
+
+TEST(CodeHighlightTest, PartsOfTheWholeJoinToIt)
+{
+    const Marking marking;
+    const auto highlight = marking.highlight(std::nullopt, {});
+    EXPECT_EQ(highlight->grow(QStringLiteral("abc")), 0);
+    EXPECT_EQ(highlight->grow(QStringLiteral("abcdefg")), 0);
+    const AttributedString whole = marking.highlightCode(QStringLiteral("abcdefg"), {}, {});
+    EXPECT_EQ(highlight->text(), QStringLiteral("abcdefg"));
+    EXPECT_EQ(highlight->part(0, 7), whole);
+    EXPECT_EQ(highlight->part(2, 5).runs(), whole.runs().mid(2, 3));
+    EXPECT_TRUE(highlight->part(7, 7).isEmpty());
+}
+
+TEST(CodeHighlightTest, PlainCodeIsNewFromWhereItGrew)
+{
+    const PlainTextCodeSyntaxHighlighter plain;
+    const auto highlight = plain.highlight(std::nullopt, {});
+    EXPECT_EQ(highlight->grow(QStringLiteral("abc")), 0);
+    EXPECT_EQ(highlight->grow(QStringLiteral("abcd")), 3);
+    EXPECT_EQ(highlight->part(2, 4).plainText(), QStringLiteral("cd"));
 }
 
 TEST_F(MarkdownBlocksTest, ARightToLeftParagraphStandsOnTheRight)

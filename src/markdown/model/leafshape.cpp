@@ -19,10 +19,11 @@ constexpr qint64 longestLabel = 1000; // bytes; the parser looks up none that is
 constexpr std::array<std::uint8_t, 256> characterCosts()
 {
     std::array<std::uint8_t, 256> costs{};
-    for (const char c : std::string_view("\\`&_*[]<>!~\"'w"))
+    for (const char c : std::string_view("\\`_*[]<>!~\"'w"))
         costs[static_cast<unsigned char>(c)] = 4;
     costs[static_cast<unsigned char>('\n')] = 6;
     costs[static_cast<unsigned char>(':')] = 8;
+    costs[static_cast<unsigned char>('&')] = 8;
     costs[static_cast<unsigned char>('@')] = 40;
     return costs;
 }

@@ -222,9 +222,10 @@ bool LineGuard::feed(Parser &parser, std::string_view line)
     }
     const int depth = depthOf(current);
     const int most = std::max(0, deepest - depth);
-    const Markers markers = isRule(line) ? Markers{} : markersOf(line, most);
+    const bool isBreak = isRule(line);
+    const Markers markers = isBreak ? Markers{} : markersOf(line, most);
     const bool isHeading = markers.end < line.size() && line[markers.end] == '#';
-    if (!spend(3 + 7 * (markers.count + (isHeading ? 1 : 0)) + depth / 4))
+    if (!spend(3 + 7 * (markers.count + (isHeading ? 1 : 0)) + (isBreak ? 4 : 0) + depth / 4))
         return false;
     const std::size_t start = behindQuotes(line);
     if (markers.count > most) {

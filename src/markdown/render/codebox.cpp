@@ -19,24 +19,18 @@ constexpr int linesOfPiece = 40;
 
 } // namespace
 
-QList<AttributedString> linePieces(const AttributedString &text, int lines)
+void continueStarts(std::vector<qsizetype> &starts, QStringView text, int lines)
 {
-    QList<AttributedString> pieces(1);
+    if (starts.empty())
+        starts.push_back(0);
     int inPiece = 0;
-    for (const TextRun &run : text.runs()) {
-        qsizetype start = 0;
-        for (qsizetype at = run.text.indexOf(u'\n'); at >= 0;
-             at = run.text.indexOf(u'\n', at + 1)) {
-            if (++inPiece < lines)
-                continue;
-            pieces.last().append(run.text.mid(start, at - start), run.attributes);
-            pieces.append(AttributedString());
-            start = at + 1;
-            inPiece = 0;
-        }
-        pieces.last().append(run.text.mid(start), run.attributes);
+    for (qsizetype at = text.indexOf(u'\n', starts.back()); at >= 0;
+         at = text.indexOf(u'\n', at + 1)) {
+        if (++inPiece < lines)
+            continue;
+        starts.push_back(at + 1);
+        inPiece = 0;
     }
-    return pieces;
 }
 
 CodeBox::CodeBox(BoxHost &host, const EnvironmentPointer &environment,
@@ -69,13 +63,23 @@ bool CodeBox::take(const BlockNode &block)
 
 void CodeBox::setCode(const blocks::CodeBlock &code)
 {
-    const AttributedString text = m_textEnvironment->codeSyntaxHighlighter->highlightCode(
-        withoutFinalLineFeed(code.content), code.fenceInfo, m_textEnvironment->text);
-    const QList<AttributedString> pieces = linePieces(text, linesOfPiece);
-    for (qsizetype index = 0; index < pieces.size(); ++index)
-        setPiece(static_cast<std::size_t>(index), pieces[index]);
-    m_pieces.resize(static_cast<std::size_t>(pieces.size()));
-    m_code = code;
+    const QString now = withoutFinalLineFeed(code.content);
+    if (!m_highlight || m_language != code.fenceInfo || !now.startsWith(m_code)) {
+        m_highlight = m_textEnvironment->codeSyntaxHighlighter->highlight(code.fenceInfo,
+                                                                          m_textEnvironment->text);
+        m_starts.clear();
+    }
+    m_language = code.fenceInfo;
+    m_code = now;
+    const qsizetype changed = m_highlight->grow(m_code);
+    // The piece before the change may go on; the others stay.
+    while (m_starts.size() > 1 && m_starts.back() >= changed)
+        m_starts.pop_back();
+    const std::size_t first = m_starts.empty() ? 0 : m_starts.size() - 1;
+    continueStarts(m_starts, m_highlight->text(), linesOfPiece);
+    for (std::size_t index = first; index < m_starts.size(); ++index)
+        setPiece(index);
+    m_pieces.resize(m_starts.size());
     if (m_overlay) {
         const QVariantMap properties = overlayProperties();
         for (auto entry = properties.cbegin(); entry != properties.cend(); ++entry)
@@ -84,7 +88,7 @@ void CodeBox::setCode(const blocks::CodeBlock &code)
     invalidate();
 }
 
-void CodeBox::setPiece(std::size_t index, const AttributedString &text)
+void CodeBox::setPiece(std::size_t index)
 {
     if (index == m_pieces.size()) {
         m_pieces.push_back(std::make_unique<TextBox>(
@@ -92,7 +96,9 @@ void CodeBox::setPiece(std::size_t index, const AttributedString &text)
             TextSetting{1, Qt::AlignLeading, !view().isScrolling()}));
         m_pieces.back()->setParent(this);
     }
-    m_pieces[index]->setText(text);
+    const bool isLast = index + 1 == m_starts.size();
+    const qsizetype end = isLast ? m_highlight->text().size() : m_starts[index + 1] - 1;
+    m_pieces[index]->setText(m_highlight->part(m_starts[index], end));
 }
 
 AttributedString CodeBox::captionText() const
@@ -148,8 +154,8 @@ void CodeBox::hideContent()
 
 QVariantMap CodeBox::overlayProperties() const
 {
-    return {{QStringLiteral("content"), withoutFinalLineFeed(m_code.content)},
-            {QStringLiteral("language"), m_code.fenceInfo.value_or(QString())}};
+    return {{QStringLiteral("content"), m_code},
+            {QStringLiteral("language"), m_language.value_or(QString())}};
 }
 
 void CodeBox::showInner(const QRectF &visible, QQuickItem &inner)

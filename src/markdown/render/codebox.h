@@ -38,19 +38,22 @@ protected:
 
 private:
     void setCode(const blocks::CodeBlock &code);
-    void setPiece(std::size_t index, const AttributedString &text);
+    void setPiece(std::size_t index);
     [[nodiscard]] QVariantMap overlayProperties() const;
     [[nodiscard]] AttributedString captionText() const;
 
     EnvironmentPointer m_textEnvironment;
-    blocks::CodeBlock m_code;
+    std::optional<QString> m_language;
+    QString m_code; ///< Without the final line feed.
+    std::unique_ptr<CodeHighlight> m_highlight;
+    std::vector<qsizetype> m_starts; ///< Of the pieces, in the text that shows.
     std::unique_ptr<QQuickItem> m_overlay;
     std::vector<std::unique_ptr<TextBox>> m_pieces;
     qreal m_innerWidth = 0;
 };
 
-/// The text in pieces of at most so many lines. No piece but the last ends in a line feed of its
-/// own: it would show as an empty line.
-[[nodiscard]] QList<AttributedString> linePieces(const AttributedString &text, int lines);
+/// Where the pieces of at most so many lines begin that `text` is shown in, of which `starts` are
+/// known already. The line feed before a start belongs to no piece: it would show as an empty line.
+void continueStarts(std::vector<qsizetype> &starts, QStringView text, int lines);
 
 } // namespace velto::markdown

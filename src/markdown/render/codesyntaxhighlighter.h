@@ -5,12 +5,27 @@
 
 #include "markdown/render/attributedstring.h"
 
+#include <memory>
 #include <optional>
 
 namespace velto::markdown
 {
 
-/// Gives the text of a code block its colours.
+/// What shows of one block of code, which may grow.
+class CodeHighlight
+{
+public:
+    virtual ~CodeHighlight() = default;
+    /// All of the code; it begins with what it was before. Gives the position in the text from
+    /// which on the text or its look is new or may differ.
+    [[nodiscard]] virtual qsizetype grow(const QString &code) = 0;
+    /// The text that shows: the code, unless the highlighter has put something else in its place.
+    [[nodiscard]] virtual const QString &text() const = 0;
+    /// The text from `from` up to and without `to`, in UTF-16 units, with its look.
+    [[nodiscard]] virtual AttributedString part(qsizetype from, qsizetype to) const = 0;
+};
+
+/// Gives the text of a code block its colours. Main thread.
 class CodeSyntaxHighlighter
 {
 public:
@@ -19,6 +34,10 @@ public:
     [[nodiscard]] virtual AttributedString
     highlightCode(const QString &code, const std::optional<QString> &language,
                   const TextAttributes &attributes) const = 0;
+    /// The same for a block that may grow, and that lives no longer than this. Highlights all of it
+    /// each time; those who can do better say so here.
+    [[nodiscard]] virtual std::unique_ptr<CodeHighlight>
+    highlight(const std::optional<QString> &language, const TextAttributes &attributes) const;
 };
 
 /// Leaves code as it is.
@@ -26,13 +45,11 @@ class PlainTextCodeSyntaxHighlighter final : public CodeSyntaxHighlighter
 {
 public:
     [[nodiscard]] AttributedString highlightCode(const QString &code,
-                                                 const std::optional<QString> &,
-                                                 const TextAttributes &attributes) const override
-    {
-        AttributedString text;
-        text.append(code, attributes);
-        return text;
-    }
+                                                 const std::optional<QString> &language,
+                                                 const TextAttributes &attributes) const override;
+    [[nodiscard]] std::unique_ptr<CodeHighlight>
+    highlight(const std::optional<QString> &language,
+              const TextAttributes &attributes) const override;
 };
 
 } // namespace velto::markdown

@@ -56,28 +56,7 @@ public:
     base::Optional<QString> appId;
     base::Optional<QString> username;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("connected", &IntegrationStatus::connected),
-                          field("veltoEmail", &IntegrationStatus::veltoEmail),
-                          field("expiresAt", &IntegrationStatus::expiresAt),
-                          field("expired", &IntegrationStatus::expired),
-                          field("teamId", &IntegrationStatus::teamId),
-                          field("teamName", &IntegrationStatus::teamName),
-                          field("workspaceId", &IntegrationStatus::workspaceId),
-                          field("workspaceName", &IntegrationStatus::workspaceName),
-                          field("installedAt", &IntegrationStatus::installedAt),
-                          field("organizationId", &IntegrationStatus::organizationId),
-                          field("accountLogin", &IntegrationStatus::accountLogin),
-                          field("accountType", &IntegrationStatus::accountType),
-                          field("appSlug", &IntegrationStatus::appSlug),
-                          field("accountName", &IntegrationStatus::accountName),
-                          field("hubDomain", &IntegrationStatus::hubDomain),
-                          field("botUserId", &IntegrationStatus::botUserId),
-                          field("appId", &IntegrationStatus::appId),
-                          field("username", &IntegrationStatus::username)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const IntegrationStatus &) const = default;
 };
 

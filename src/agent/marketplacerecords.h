@@ -31,16 +31,7 @@ public:
     base::Optional<QList<QString>> mcpServerNames;
     base::Optional<QList<QString>> tools;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("slug", &MarketplaceAgentResource::slug),
-                          field("description", &MarketplaceAgentResource::description),
-                          field("model", &MarketplaceAgentResource::model),
-                          field("maxTurns", &MarketplaceAgentResource::maxTurns),
-                          field("mcpServerNames", &MarketplaceAgentResource::mcpServerNames),
-                          field("tools", &MarketplaceAgentResource::tools)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceAgentResource &) const = default;
 };
 
@@ -54,12 +45,7 @@ public:
     QString slug;
     QString description;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("slug", &MarketplaceSkillResource::slug),
-                          field("description", &MarketplaceSkillResource::description)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceSkillResource &) const = default;
 };
 
@@ -74,12 +60,7 @@ public:
     base::Optional<QList<MarketplaceAgentResource>> agents;
     base::Optional<QList<MarketplaceSkillResource>> skills;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("agents", &MarketplaceResources::agents),
-                          field("skills", &MarketplaceResources::skills)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceResources &) const = default;
 };
 
@@ -95,13 +76,7 @@ public:
     bool enabled = false;
     base::Optional<QString> installedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("catalogId", &MarketplaceInstalledStatus::catalogId),
-                          field("enabled", &MarketplaceInstalledStatus::enabled),
-                          field("installedAt", &MarketplaceInstalledStatus::installedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceInstalledStatus &) const = default;
 };
 
@@ -119,14 +94,7 @@ public:
     base::Optional<QString> connectUrl;
     bool connected = false;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &MarketplaceIntegrationState::id),
-                          field("label", &MarketplaceIntegrationState::label),
-                          field("connectUrl", &MarketplaceIntegrationState::connectUrl),
-                          field("connected", &MarketplaceIntegrationState::connected)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceIntegrationState &) const = default;
 };
 
@@ -170,22 +138,7 @@ public:
     [[nodiscard]] int agentCount() const;
     [[nodiscard]] int skillCount() const;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &MarketplaceItem::id),
-                          field("version", &MarketplaceItem::version),
-                          field("source", &MarketplaceItem::source),
-                          field("name", &MarketplaceItem::name),
-                          field("tagline", &MarketplaceItem::tagline),
-                          field("whatItDoes", &MarketplaceItem::whatItDoes),
-                          field("iconKey", &MarketplaceItem::iconKey),
-                          field("accent", &MarketplaceItem::accent),
-                          field("exampleQueries", &MarketplaceItem::exampleQueries),
-                          field("resources", &MarketplaceItem::resources),
-                          field("installed", &MarketplaceItem::installed),
-                          field("integrations", &MarketplaceItem::integrations)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceItem &) const = default;
 };
 
@@ -193,11 +146,7 @@ struct MarketplaceCatalog
 {
     QList<MarketplaceItem> entries;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("entries", &MarketplaceCatalog::entries)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MarketplaceCatalog &) const = default;
 };
 

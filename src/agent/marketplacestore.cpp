@@ -3,10 +3,18 @@
 
 #include "agent/marketplacestore.h"
 
+#include <QPointer>
+
 namespace velto::agent
 {
 
-MarketplaceStore::Source<MarketplaceCatalog> MarketplaceStore::catalog()
+MarketplaceStore::MarketplaceStore(service::APIClient &api, QObject *parent)
+    : FeatureStore(api, parent)
+{}
+
+MarketplaceStore::~MarketplaceStore() = default;
+
+MarketplaceStore::Source MarketplaceStore::catalog()
 {
     return get(QStringLiteral("/v1/marketplace/catalog"), m_items, &MarketplaceCatalog::entries);
 }

@@ -23,7 +23,8 @@ class MarketplaceStore final : public service::FeatureStore
 public:
     using Items = service::RecordList<MarketplaceItem, &MarketplaceItem::id>;
 
-    using FeatureStore::FeatureStore;
+    explicit MarketplaceStore(service::APIClient &api, QObject *parent = nullptr);
+    ~MarketplaceStore() override;
 
     [[nodiscard]] Items *items() { return &m_items; }
     [[nodiscard]] const QSet<QString> &busy() const { return m_busy; }
@@ -43,7 +44,7 @@ signals:
     void busyChanged();
 
 private:
-    [[nodiscard]] Source<MarketplaceCatalog> catalog();
+    [[nodiscard]] Source catalog();
     /// Changes the bundle by `send` and reads the catalog again, with the id in `busy` meanwhile.
     QCoro::Task<bool> changeBundle(QString id, Work send);
     void setBusy(QSet<QString> busy);

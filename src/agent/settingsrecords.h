@@ -23,12 +23,7 @@ public:
     QString name;
     QString description;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("name", &AgentConfigTool::name),
-                          field("description", &AgentConfigTool::description)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AgentConfigTool &) const = default;
 };
 
@@ -49,14 +44,7 @@ public:
     base::Optional<QList<AgentConfigTool>> tools;
     base::Optional<qint64> toolCount;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{
-            field("model", &AgentConfig::model), field("maxTokens", &AgentConfig::maxTokens),
-            field("maxToolRounds", &AgentConfig::maxToolRounds),
-            field("tools", &AgentConfig::tools), field("toolCount", &AgentConfig::toolCount)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AgentConfig &) const = default;
 };
 
@@ -73,13 +61,7 @@ public:
     base::Optional<QString> provider;   ///< "claude" or "codex", absent means "claude".
     base::Optional<QString> codexModel; ///< That of the Codex engine.
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("model", &AppSettings::model),
-                          field("provider", &AppSettings::provider),
-                          field("codexModel", &AppSettings::codexModel)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AppSettings &) const = default;
 };
 
@@ -99,14 +81,7 @@ public:
     bool enabled = false;
     base::Optional<QString> updatedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &LibrarySkill::id), field("name", &LibrarySkill::name),
-                          field("description", &LibrarySkill::description),
-                          field("enabled", &LibrarySkill::enabled),
-                          field("updatedAt", &LibrarySkill::updatedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const LibrarySkill &) const = default;
 };
 
@@ -136,20 +111,7 @@ public:
     base::Optional<QList<QString>> tools;
     base::Optional<QString> updatedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &LibrarySubagent::id),
-                          field("name", &LibrarySubagent::name),
-                          field("description", &LibrarySubagent::description),
-                          field("enabled", &LibrarySubagent::enabled),
-                          field("source", &LibrarySubagent::source),
-                          field("model", &LibrarySubagent::model),
-                          field("maxTurns", &LibrarySubagent::maxTurns),
-                          field("mcpServerNames", &LibrarySubagent::mcpServerNames),
-                          field("tools", &LibrarySubagent::tools),
-                          field("updatedAt", &LibrarySubagent::updatedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const LibrarySubagent &) const = default;
 };
 
@@ -167,13 +129,7 @@ public:
     bool available = false;
     base::Optional<QString> source;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{
-            field("name", &VeltoTool::name), field("description", &VeltoTool::description),
-            field("available", &VeltoTool::available), field("source", &VeltoTool::source)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const VeltoTool &) const = default;
 };
 
@@ -199,18 +155,7 @@ public:
     base::Optional<QString> connectLabel;
     QList<VeltoTool> tools;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("key", &VeltoToolGroup::key),
-                          field("label", &VeltoToolGroup::label),
-                          field("available", &VeltoToolGroup::available),
-                          field("availabilityLabel", &VeltoToolGroup::availabilityLabel),
-                          field("note", &VeltoToolGroup::note),
-                          field("connectHref", &VeltoToolGroup::connectHref),
-                          field("connectLabel", &VeltoToolGroup::connectLabel),
-                          field("tools", &VeltoToolGroup::tools)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const VeltoToolGroup &) const = default;
 };
 
@@ -222,11 +167,7 @@ struct VeltoToolCatalog
 public:
     QList<VeltoToolGroup> groups;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("groups", &VeltoToolCatalog::groups)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const VeltoToolCatalog &) const = default;
 };
 

@@ -3,10 +3,14 @@
 
 #include "agent/veltosettingsstore.h"
 
+#include <QPointer>
+
 namespace velto::agent
 {
 
 using base::Result;
+using base::json::decodeInto;
+using base::json::Keys;
 using service::LibraryKind;
 using Engine = ModelOption::Engine;
 
@@ -16,17 +20,19 @@ VeltoSettingsStore::VeltoSettingsStore(service::APIClient &api, QObject *parent)
     m_rows.assign(agent::integrationRows({}));
 }
 
-VeltoSettingsStore::Source<AppSettings> VeltoSettingsStore::settingsSource()
+VeltoSettingsStore::~VeltoSettingsStore() = default;
+
+VeltoSettingsStore::Source VeltoSettingsStore::settingsSource()
 {
     return get(QStringLiteral("/v1/settings"), m_settings, &VeltoSettingsStore::settingsChanged);
 }
 
-VeltoSettingsStore::Source<QList<LibrarySkill>> VeltoSettingsStore::skillsSource()
+VeltoSettingsStore::Source VeltoSettingsStore::skillsSource()
 {
     return get(QStringLiteral("/v1/settings/skills"), m_skills);
 }
 
-VeltoSettingsStore::Source<QList<LibrarySubagent>> VeltoSettingsStore::subagentsSource()
+VeltoSettingsStore::Source VeltoSettingsStore::subagentsSource()
 {
     return get(QStringLiteral("/v1/settings/subagents"), m_subagents);
 }
@@ -58,11 +64,12 @@ VeltoSettingsStore::Reply<void> VeltoSettingsStore::askEachProvider()
     const QPointer<VeltoSettingsStore> self(this);
     Integrations found;
     for (const IntegrationProvider provider : integrationProviders()) {
-        const auto status = co_await api().integrationStatus<IntegrationStatus>(rawValue(provider));
+        const Result<QByteArray> answer = co_await api().integrationStatus(rawValue(provider));
         if (!self)
             co_return Result<void>{};
-        if (status)
-            found.insert(provider, *status);
+        IntegrationStatus status;
+        if (answer && decodeInto(status, *answer, Keys::Snake))
+            found.insert(provider, status);
     }
     setIntegrations(std::move(found));
     co_return Result<void>{};
@@ -72,15 +79,14 @@ QCoro::Task<bool> VeltoSettingsStore::disconnectIntegration(IntegrationProvider 
 {
     const QString name = rawValue(provider);
     const auto ask = [this, name](const std::stop_token &) {
-        return api().integrationStatus<IntegrationStatus>(name);
+        return api().integrationStatus(name);
     };
-    const auto keep = [this, provider](const IntegrationStatus &answer) {
+    const Keep keep = decoded<IntegrationStatus>([this, provider](const IntegrationStatus &answer) {
         Integrations changed = m_integrations;
         changed.insert(provider, answer);
         setIntegrations(std::move(changed));
-    };
-    return change([this, name] { return api().disconnectIntegration(name); },
-                  Source<IntegrationStatus>{ask, keep});
+    });
+    return change([this, name] { return api().disconnectIntegration(name); }, Source{ask, keep});
 }
 
 QCoro::Task<bool> VeltoSettingsStore::setSkillEnabled(QString id, bool enabled)
@@ -122,16 +128,19 @@ VeltoSettingsStore::Reply<void> VeltoSettingsStore::sendModel(QString id, Engine
 {
     const QPointer<VeltoSettingsStore> self(this);
     const QString claude = rawValue(Engine::Claude);
-    Source<AppSettings> saved = settingsSource();
+    Source saved = settingsSource();
     if (engine == Engine::Codex) {
         saved.request = [this, id](const std::stop_token &) {
-            return api().saveSettings<AppSettings>(rawValue(Engine::Codex), id);
+            return api().saveSettings(rawValue(Engine::Codex), id);
         };
     } else {
         if (m_settings && m_settings->provider.value_or(claude) != claude) {
-            const auto switched = co_await api().saveSettings<AppSettings>(claude, {});
+            const Source dropped{
+                [=, this](const std::stop_token &) { return api().saveSettings(claude, {}); },
+                nowhere<AppSettings>()};
+            const Result<void> switched = co_await fetch(dropped);
             if (!switched)
-                co_return tl::unexpected(switched.error());
+                co_return switched;
         }
         if (slug && self) {
             const auto sent = co_await api().setAdminWorkspaceModel(*slug, id);

@@ -33,6 +33,7 @@ public:
     using Rows = service::RecordList<IntegrationRow, &IntegrationRow::provider>;
 
     explicit VeltoSettingsStore(service::APIClient &api, QObject *parent = nullptr);
+    ~VeltoSettingsStore() override;
 
     [[nodiscard]] const base::Optional<AgentConfig> &agentConfig() const { return m_agentConfig; }
     [[nodiscard]] const base::Optional<AppSettings> &settings() const { return m_settings; }
@@ -88,9 +89,9 @@ signals:
     void savedNoticeChanged();
 
 private:
-    [[nodiscard]] Source<AppSettings> settingsSource();
-    [[nodiscard]] Source<QList<LibrarySkill>> skillsSource();
-    [[nodiscard]] Source<QList<LibrarySubagent>> subagentsSource();
+    [[nodiscard]] Source settingsSource();
+    [[nodiscard]] Source skillsSource();
+    [[nodiscard]] Source subagentsSource();
     Reply<void> askEachProvider();
     Reply<void> sendModel(QString id, ModelOption::Engine engine, std::optional<QString> slug);
     void setIntegrations(Integrations integrations);

@@ -4,7 +4,9 @@
 #include "base/json.h"
 
 #include <QJsonDocument>
+#include <QVarLengthArray>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -104,6 +106,25 @@ QByteArrayView Reader::fieldKey(QByteArrayView key, QByteArray &buffer) const
     return buffer;
 }
 
+bool Reader::readFields(Value value, Fields fields, void *record)
+{
+    if (value.kind() != Kind::Object)
+        return mismatch("an object", value);
+    QVarLengthArray<Value, 32> found(static_cast<qsizetype>(fields.size()));
+    QByteArray buffer;
+    value.forEachMember([&](QByteArrayView key, Value member) {
+        const auto field = std::ranges::find(fields, fieldKey(key, buffer), &Field::name);
+        if (field != fields.end())
+            found[field - fields.begin()] = member;
+        return true;
+    });
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (!fields[i].read(*this, found[static_cast<qsizetype>(i)], record))
+            return below(QString::fromLatin1(fields[i].name));
+    }
+    return true;
+}
+
 bool Reader::read(Value value, QString &out)
 {
     return value.get(out) || mismatch("text", value);
@@ -154,6 +175,19 @@ QJsonValue Writer::write(const AnyJSON &value)
     if (!value.isWritable())
         m_error = EncodingError{m_path};
     return value.foundationValue();
+}
+
+QJsonValue Writer::writeFields(Fields fields, const void *record)
+{
+    QJsonObject object;
+    for (const Field &field : fields) {
+        const QString name = QString::fromLatin1(field.name);
+        m_path = name;
+        const QJsonValue value = field.write(*this, record);
+        if (!value.isUndefined())
+            object.insert(m_keys == Keys::Snake ? toSnakeCase(name) : name, value);
+    }
+    return object;
 }
 
 QByteArray compact(const QJsonValue &arrayOrObject)

@@ -13,17 +13,22 @@
 
 #include <array>
 #include <optional>
-#include <tuple>
+#include <span>
 
 /// The codec between records and JSON.
 ///
-/// A record lists its fields once:
+/// A record lists its fields once, best where it is compiled once:
 ///
 ///     struct UserInfo {
 ///         std::optional<QString> name;
-///         static constexpr auto jsonFields() { return std::tuple{json::field("name",
-///         &UserInfo::name)}; }
+///         static base::json::Fields jsonFields();
 ///     };
+///
+///     base::json::Fields UserInfo::jsonFields()
+///     {
+///         static constexpr std::array fields{base::json::field<&UserInfo::name>("name")};
+///         return fields;
+///     }
 ///
 /// and can then be read and written in either key form. A `std::optional` member may be absent or
 /// null; every other member is required. Keys that no field names are ignored.
@@ -37,18 +42,23 @@ enum class Keys {
     Snake,
 };
 
-template<typename Record, typename T>
+class Reader;
+class Writer;
+
+/// A field of some record, for who doesn't know the record's type. Made by `field`.
 struct Field
 {
-    const char *name;
-    T Record::*member;
+    QByteArrayView name;
+    bool (*read)(Reader &, Value, void *record);
+    QJsonValue (*write)(Writer &, const void *record);
 };
 
-template<typename Record, typename T>
-[[nodiscard]] constexpr Field<Record, T> field(const char *name, T Record::*member)
-{
-    return {name, member};
-}
+/// All fields of a record, in the order in which they are read.
+using Fields = std::span<const Field>;
+
+/// The field behind a member: `field<&UserInfo::name>("name")`.
+template<auto Member>
+[[nodiscard]] constexpr Field field(const char *name);
 
 template<typename T>
 concept Record = requires
@@ -82,11 +92,15 @@ public:
     template<typename T>
     bool read(Value value, std::optional<T> &out);
     template<Record T>
-    bool read(Value value, T &out);
+    bool read(Value value, T &out)
+    {
+        return readFields(value, T::jsonFields(), &out);
+    }
 
     [[nodiscard]] DecodingError error() const { return m_error; }
 
 private:
+    bool readFields(Value value, Fields fields, void *record);
     bool mismatch(const char *expected, Value found);
     /// Puts `step` before the path of the error that is on its way up. Always false.
     bool below(const QString &step);
@@ -117,13 +131,16 @@ public:
     template<typename T>
     QJsonValue write(const std::optional<T> &value);
     template<Record T>
-    QJsonValue write(const T &record);
+    QJsonValue write(const T &record)
+    {
+        return writeFields(T::jsonFields(), &record);
+    }
 
     /// Where a value stood that JSON can't express, or absent.
     [[nodiscard]] std::optional<EncodingError> error() const { return m_error; }
 
 private:
-    QJsonValue writeField(const char *name, const auto &value);
+    QJsonValue writeFields(Fields fields, const void *record);
 
     Keys m_keys;
     QString m_path;
@@ -142,13 +159,27 @@ template<typename T>
     return out;
 }
 
+/// Into a record that is there already, which holds anything after a failure.
 template<typename T>
-[[nodiscard]] Result<T> decode(QByteArrayView text, Keys keys)
+[[nodiscard]] Result<void> decodeInto(T &out, QByteArrayView text, Keys keys)
 {
     const Result<Document> document = Document::parse(text);
     if (!document)
         return tl::unexpected(document.error());
-    return fromValue<T>(document->root(), keys);
+    Reader reader(keys);
+    if (!reader.read(document->root(), out))
+        return fail(reader.error());
+    return {};
+}
+
+template<typename T>
+[[nodiscard]] Result<T> decode(QByteArrayView text, Keys keys)
+{
+    T out{};
+    Result<void> read = decodeInto(out, text, keys);
+    if (!read)
+        return tl::unexpected(std::move(read).error());
+    return out;
 }
 
 template<typename T>
@@ -204,34 +235,6 @@ bool Reader::read(Value value, std::optional<T> &out)
     return read(value, out.emplace());
 }
 
-template<Record T>
-bool Reader::read(Value value, T &out)
-{
-    if (value.kind() != Kind::Object)
-        return mismatch("an object", value);
-    constexpr auto fields = T::jsonFields();
-    std::array<Value, std::tuple_size_v<decltype(fields)>> found;
-    QByteArray buffer;
-    value.forEachMember([&](QByteArrayView key, Value member) {
-        const QByteArrayView name = fieldKey(key, buffer);
-        std::size_t at = 0;
-        const auto match = [&](const auto &field) {
-            const bool matches = name == QByteArrayView(field.name);
-            if (matches)
-                found[at] = member;
-            ++at;
-            return matches;
-        };
-        std::apply([&](const auto &...field) { return (match(field) || ...); }, fields);
-        return true;
-    });
-    std::size_t at = 0;
-    const auto readField = [&](const auto &field) {
-        return read(found[at++], out.*field.member) || below(QLatin1StringView(field.name));
-    };
-    return std::apply([&](const auto &...field) { return (readField(field) && ...); }, fields);
-}
-
 template<typename T>
 QJsonValue Writer::write(const QList<T> &values)
 {
@@ -256,24 +259,23 @@ QJsonValue Writer::write(const std::optional<T> &value)
     return value ? write(*value) : QJsonValue(QJsonValue::Undefined);
 }
 
-inline QJsonValue Writer::writeField(const char *name, const auto &value)
+namespace detail
 {
-    m_path = QLatin1StringView(name);
-    return write(value);
-}
+template<typename Record, typename T>
+Record recordOf(T Record::*);
+} // namespace detail
 
-template<Record T>
-QJsonValue Writer::write(const T &record)
+template<auto Member>
+constexpr Field field(const char *name)
 {
-    QJsonObject object;
-    const auto writeOne = [&](const auto &field) {
-        const QLatin1StringView name(field.name);
-        const QJsonValue value = writeField(field.name, record.*field.member);
-        if (!value.isUndefined())
-            object.insert(m_keys == Keys::Snake ? toSnakeCase(name) : QString(name), value);
-    };
-    std::apply([&](const auto &...fields) { (writeOne(fields), ...); }, T::jsonFields());
-    return object;
+    using Record = decltype(detail::recordOf(Member));
+    return {name,
+            [](Reader &reader, Value value, void *record) {
+                return reader.read(value, static_cast<Record *>(record)->*Member);
+            },
+            [](Writer &writer, const void *record) {
+                return writer.write(static_cast<const Record *>(record)->*Member);
+            }};
 }
 
 } // namespace velto::base::json

@@ -24,10 +24,12 @@ struct WirePart
 {
     QString type;
     QString text;
-    static constexpr auto jsonFields()
+    static base::json::Fields jsonFields()
     {
         using base::json::field;
-        return std::tuple{field("type", &WirePart::type), field("text", &WirePart::text)};
+        static constexpr std::array fields{field<&WirePart::type>("type"),
+                                           field<&WirePart::text>("text")};
+        return fields;
     }
 };
 
@@ -36,11 +38,13 @@ struct WireMessage
     QString id;
     QString role;
     QList<WirePart> parts;
-    static constexpr auto jsonFields()
+    static base::json::Fields jsonFields()
     {
         using base::json::field;
-        return std::tuple{field("id", &WireMessage::id), field("role", &WireMessage::role),
-                          field("parts", &WireMessage::parts)};
+        static constexpr std::array fields{field<&WireMessage::id>("id"),
+                                           field<&WireMessage::role>("role"),
+                                           field<&WireMessage::parts>("parts")};
+        return fields;
     }
 };
 
@@ -48,11 +52,12 @@ struct WireChat
 {
     QList<WireMessage> messages;
     std::optional<QString> conversationID;
-    static constexpr auto jsonFields()
+    static base::json::Fields jsonFields()
     {
         using base::json::field;
-        return std::tuple{field("messages", &WireChat::messages),
-                          field("conversation_id", &WireChat::conversationID)};
+        static constexpr std::array fields{field<&WireChat::messages>("messages"),
+                                           field<&WireChat::conversationID>("conversation_id")};
+        return fields;
     }
 };
 

@@ -27,16 +27,17 @@ struct StoredPart
     std::optional<QString> toolOutput = {};
     std::optional<QString> toolError = {};
 
-    static constexpr auto jsonFields()
+    static base::json::Fields jsonFields()
     {
         using base::json::field;
-        return std::tuple{field("kind", &StoredPart::kind),
-                          field("text", &StoredPart::text),
-                          field("toolName", &StoredPart::toolName),
-                          field("toolCallID", &StoredPart::toolCallID),
-                          field("toolInput", &StoredPart::toolInput),
-                          field("toolOutput", &StoredPart::toolOutput),
-                          field("toolError", &StoredPart::toolError)};
+        static constexpr std::array fields{field<&StoredPart::kind>("kind"),
+                                           field<&StoredPart::text>("text"),
+                                           field<&StoredPart::toolName>("toolName"),
+                                           field<&StoredPart::toolCallID>("toolCallID"),
+                                           field<&StoredPart::toolInput>("toolInput"),
+                                           field<&StoredPart::toolOutput>("toolOutput"),
+                                           field<&StoredPart::toolError>("toolError")};
+        return fields;
     }
 };
 
@@ -45,11 +46,12 @@ struct StoredMessage
     QString role;
     QList<StoredPart> parts;
 
-    static constexpr auto jsonFields()
+    static base::json::Fields jsonFields()
     {
         using base::json::field;
-        return std::tuple{field("role", &StoredMessage::role),
-                          field("parts", &StoredMessage::parts)};
+        static constexpr std::array fields{field<&StoredMessage::role>("role"),
+                                           field<&StoredMessage::parts>("parts")};
+        return fields;
     }
 };
 
@@ -58,11 +60,12 @@ struct Payload
     std::optional<QString> conversationID;
     QList<StoredMessage> messages;
 
-    static constexpr auto jsonFields()
+    static base::json::Fields jsonFields()
     {
         using base::json::field;
-        return std::tuple{field("conversationID", &Payload::conversationID),
-                          field("messages", &Payload::messages)};
+        static constexpr std::array fields{field<&Payload::conversationID>("conversationID"),
+                                           field<&Payload::messages>("messages")};
+        return fields;
     }
 };
 

@@ -6,6 +6,9 @@
 namespace velto::chat
 {
 
+using base::json::field;
+using base::json::Fields;
+
 std::optional<StreamFrame> frameFromLine(QByteArrayView line)
 {
     constexpr QByteArrayView prefix("data: ");
@@ -16,6 +19,30 @@ std::optional<StreamFrame> frameFromLine(QByteArrayView line)
     if (!frame)
         return std::nullopt;
     return std::move(*frame);
+}
+
+Fields StreamData::jsonFields()
+{
+    static constexpr std::array fields{
+        field<&StreamData::summary>("summary"),
+        field<&StreamData::suggestion>("suggestion"),
+    };
+    return fields;
+}
+
+Fields StreamFrame::jsonFields()
+{
+    static constexpr std::array fields{
+        field<&StreamFrame::type>("type"),
+        field<&StreamFrame::delta>("delta"),
+        field<&StreamFrame::toolCallId>("toolCallId"),
+        field<&StreamFrame::toolName>("toolName"),
+        field<&StreamFrame::input>("input"),
+        field<&StreamFrame::output>("output"),
+        field<&StreamFrame::errorText>("errorText"),
+        field<&StreamFrame::data>("data"),
+    };
+    return fields;
 }
 
 } // namespace velto::chat

@@ -10,7 +10,6 @@
 #include <QString>
 
 #include <optional>
-#include <tuple>
 
 namespace velto::chat
 {
@@ -20,12 +19,7 @@ struct StreamData
     std::optional<QString> summary;
     std::optional<QString> suggestion;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("summary", &StreamData::summary),
-                          field("suggestion", &StreamData::suggestion)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const StreamData &) const = default;
 };
 
@@ -41,18 +35,7 @@ struct StreamFrame
     std::optional<QString> errorText;
     std::optional<StreamData> data;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("type", &StreamFrame::type),
-                          field("delta", &StreamFrame::delta),
-                          field("toolCallId", &StreamFrame::toolCallId),
-                          field("toolName", &StreamFrame::toolName),
-                          field("input", &StreamFrame::input),
-                          field("output", &StreamFrame::output),
-                          field("errorText", &StreamFrame::errorText),
-                          field("data", &StreamFrame::data)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const StreamFrame &) const = default;
 };
 

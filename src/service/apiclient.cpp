@@ -87,9 +87,13 @@ QCoro::Task<base::Result<QByteArray>> APIClient::send(QByteArray method, QString
     co_return base::fail(base::APIError{status, text.trimmed()});
 }
 
-QCoro::Task<base::Result<void>> APIClient::sendOnly(QByteArray method, QString path)
+QCoro::Task<base::Result<void>> APIClient::sendOnly(QByteArray method, QString path,
+                                                    base::Result<std::optional<QByteArray>> body)
 {
-    const base::Result<QByteArray> data = co_await send(std::move(method), std::move(path));
+    if (!body)
+        co_return tl::unexpected(body.error());
+    const base::Result<QByteArray> data =
+        co_await send(std::move(method), std::move(path), std::move(*body));
     if (!data)
         co_return tl::unexpected(data.error());
     co_return base::Result<void>{};

@@ -54,27 +54,11 @@ public:
 
     /// `send` with a record in snake case; the answer's body is dropped.
     template<typename T>
-    [[nodiscard]] QCoro::Task<base::Result<void>> sendJSON(QByteArray method, QString path, T value)
+    [[nodiscard]] QCoro::Task<base::Result<void>> sendJSON(QByteArray method, QString path,
+                                                           const T &value)
     {
-        base::Result<QByteArray> body = base::json::encode(value, base::json::Keys::Snake);
-        if (!body)
-            co_return tl::unexpected(body.error());
-        const auto data = co_await send(method, path, std::move(*body));
-        if (!data)
-            co_return tl::unexpected(data.error());
-        co_return base::Result<void>{};
-    }
-
-    /// `send` and the shared decoder.
-    template<typename T>
-    [[nodiscard]] QCoro::Task<base::Result<T>> read(QByteArray method, QString path,
-                                                    std::optional<QByteArray> body = {},
-                                                    std::stop_token stop = {})
-    {
-        const auto data = co_await send(method, path, std::move(body), {}, std::move(stop));
-        if (!data)
-            co_return tl::unexpected(data.error());
-        co_return base::json::decode<T>(*data, base::json::Keys::Snake);
+        return sendOnly(std::move(method), std::move(path),
+                        base::json::encode(value, base::json::Keys::Snake));
     }
 
     // --- The session (endpoints_session.cpp). The status of the first two answers is not looked
@@ -90,55 +74,35 @@ public:
     [[nodiscard]] QCoro::Task<base::Result<Me>> switchWorkspace(QString workspaceId);
 
     // --- Settings, library, integrations, marketplace (endpoints_agent.cpp). Where an answer is a
-    // record of a store, the store names its type.
-    /// Only the keys that have a value travel. `Settings` is the record of the answer.
-    template<typename Settings>
-    [[nodiscard]] QCoro::Task<base::Result<Settings>>
-    saveSettings(std::optional<QString> provider, std::optional<QString> codexModel)
-    {
-        return read<Settings>("PUT", QStringLiteral("/v1/settings"),
-                              settingsBody(provider, codexModel));
-    }
+    // record of a store, its body is given as it came, for the store to decode.
+    /// Only the keys that have a value travel.
+    [[nodiscard]] QCoro::Task<base::Result<QByteArray>>
+    saveSettings(std::optional<QString> provider, std::optional<QString> codexModel);
     [[nodiscard]] QCoro::Task<base::Result<void>> setLibraryEnabled(LibraryKind kind, QString id,
                                                                     bool enabled);
     [[nodiscard]] QCoro::Task<base::Result<void>> deleteLibraryItem(LibraryKind kind, QString id);
-    template<typename Status>
-    [[nodiscard]] QCoro::Task<base::Result<Status>> integrationStatus(QString provider)
-    {
-        return read<Status>("GET", integrationPath(provider));
-    }
+    [[nodiscard]] QCoro::Task<base::Result<QByteArray>> integrationStatus(QString provider);
     [[nodiscard]] QCoro::Task<base::Result<void>> disconnectIntegration(QString provider);
     /// Its `APIError` carries the body as it came: not trimmed, and empty when it is no text.
     [[nodiscard]] QCoro::Task<base::Result<void>> installBundle(QString catalogId);
     [[nodiscard]] QCoro::Task<base::Result<void>> uninstallBundle(QString id);
 
     // --- Workspaces and administration (endpoints_workspace.cpp).
-    template<typename AdminWorkspace>
-    [[nodiscard]] QCoro::Task<base::Result<AdminWorkspace>> fetchAdminWorkspace(QString slug)
-    {
-        return read<AdminWorkspace>("GET", adminWorkspacePath(slug));
-    }
+    [[nodiscard]] QCoro::Task<base::Result<QByteArray>> fetchAdminWorkspace(QString slug);
     [[nodiscard]] QCoro::Task<base::Result<void>> setAdminWorkspaceModel(QString slug,
                                                                          QString model);
     [[nodiscard]] QCoro::Task<base::Result<void>> deleteAdminCatalogEntry(QString id);
-    template<typename AuditLog>
-    [[nodiscard]] QCoro::Task<base::Result<AuditLog>> auditLog(QString slug, int limit)
-    {
-        return read<AuditLog>("GET", auditPath(slug, limit));
-    }
+    [[nodiscard]] QCoro::Task<base::Result<QByteArray>> auditLog(QString slug, int limit);
     [[nodiscard]] QCoro::Task<base::Result<void>> revokeInvite(QString slug, QString id);
     [[nodiscard]] QCoro::Task<base::Result<void>> setMemberRole(QString slug, QString userId,
                                                                 QString role);
     [[nodiscard]] QCoro::Task<base::Result<void>> removeMember(QString slug, QString userId);
 
 private:
-    /// `send` with the answer's body dropped.
-    [[nodiscard]] QCoro::Task<base::Result<void>> sendOnly(QByteArray method, QString path);
-    [[nodiscard]] static QByteArray settingsBody(const std::optional<QString> &provider,
-                                                 const std::optional<QString> &codexModel);
-    [[nodiscard]] static QString integrationPath(const QString &provider);
-    [[nodiscard]] static QString adminWorkspacePath(const QString &slug);
-    [[nodiscard]] static QString auditPath(const QString &slug, int limit);
+    /// `send` with the answer's body dropped. A body that could not be made fails before that.
+    [[nodiscard]] QCoro::Task<base::Result<void>>
+    sendOnly(QByteArray method, QString path,
+             base::Result<std::optional<QByteArray>> body = std::nullopt);
 
     Transport &m_transport;
     TokenRefresher &m_auth;

@@ -17,23 +17,23 @@ QString libraryPath(LibraryKind kind, const QString &id)
     return collection + base::pathEncoded(id);
 }
 
-} // namespace
-
-QByteArray APIClient::settingsBody(const std::optional<QString> &provider,
-                                   const std::optional<QString> &codexModel)
-{
-    QJsonObject object;
-    if (provider)
-        object.insert(QStringLiteral("provider"), *provider);
-    if (codexModel)
-        object.insert(QStringLiteral("codexModel"), *codexModel);
-    return base::json::compact(object);
-}
-
-QString APIClient::integrationPath(const QString &provider)
+QString integrationPath(const QString &provider)
 {
     return QStringLiteral("/v1/integrations/") + base::pathEncoded(provider) +
            QStringLiteral("/status");
+}
+
+} // namespace
+
+QCoro::Task<base::Result<QByteArray>> APIClient::saveSettings(std::optional<QString> provider,
+                                                              std::optional<QString> codexModel)
+{
+    QJsonObject body;
+    if (provider)
+        body.insert(QStringLiteral("provider"), *provider);
+    if (codexModel)
+        body.insert(QStringLiteral("codexModel"), *codexModel);
+    return send("PUT", QStringLiteral("/v1/settings"), base::json::compact(body));
 }
 
 QCoro::Task<base::Result<void>> APIClient::setLibraryEnabled(LibraryKind kind, QString id,
@@ -45,6 +45,11 @@ QCoro::Task<base::Result<void>> APIClient::setLibraryEnabled(LibraryKind kind, Q
 QCoro::Task<base::Result<void>> APIClient::deleteLibraryItem(LibraryKind kind, QString id)
 {
     return sendOnly("DELETE", libraryPath(kind, id));
+}
+
+QCoro::Task<base::Result<QByteArray>> APIClient::integrationStatus(QString provider)
+{
+    return send("GET", integrationPath(provider));
 }
 
 QCoro::Task<base::Result<void>> APIClient::disconnectIntegration(QString provider)

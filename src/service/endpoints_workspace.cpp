@@ -19,16 +19,16 @@ QString memberPath(const QString &slug, const QString &userId)
     return workspacePath(slug) + QStringLiteral("/members/") + base::pathEncoded(userId);
 }
 
-} // namespace
-
-QString APIClient::adminWorkspacePath(const QString &slug)
+QString adminWorkspacePath(const QString &slug)
 {
     return QStringLiteral("/v1/admin/workspaces/") + base::pathEncoded(slug);
 }
 
-QString APIClient::auditPath(const QString &slug, int limit)
+} // namespace
+
+QCoro::Task<base::Result<QByteArray>> APIClient::fetchAdminWorkspace(QString slug)
 {
-    return workspacePath(slug) + QStringLiteral("/audit?limit=") + QString::number(limit);
+    return send("GET", adminWorkspacePath(slug));
 }
 
 QCoro::Task<base::Result<void>> APIClient::setAdminWorkspaceModel(QString slug, QString model)
@@ -40,6 +40,12 @@ QCoro::Task<base::Result<void>> APIClient::setAdminWorkspaceModel(QString slug, 
 QCoro::Task<base::Result<void>> APIClient::deleteAdminCatalogEntry(QString id)
 {
     return sendOnly("DELETE", QStringLiteral("/v1/admin/catalog/") + base::pathEncoded(id));
+}
+
+QCoro::Task<base::Result<QByteArray>> APIClient::auditLog(QString slug, int limit)
+{
+    return send("GET",
+                workspacePath(slug) + QStringLiteral("/audit?limit=") + QString::number(limit));
 }
 
 QCoro::Task<base::Result<void>> APIClient::revokeInvite(QString slug, QString id)

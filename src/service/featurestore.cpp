@@ -3,8 +3,26 @@
 
 #include "service/featurestore.h"
 
+#include <QPointer>
+
 namespace velto::service
 {
+
+using base::Result;
+
+namespace
+{
+
+/// An answer for a store that is gone is dropped.
+Result<void> keepUnlessGone(const QPointer<FeatureStore> &store, const Result<QByteArray> &answer,
+                            const std::function<Result<void>(const QByteArray &)> &keep)
+{
+    if (!answer)
+        return tl::unexpected(answer.error());
+    return store ? keep(*answer) : Result<void>{};
+}
+
+} // namespace
 
 FeatureStore::FeatureStore(APIClient &api, QObject *parent)
     : QObject(parent)
@@ -17,12 +35,20 @@ void FeatureStore::reset()
     setActionError({});
 }
 
+FeatureStore::Source FeatureStore::get(QString path, Keep keep)
+{
+    return {[this, path](std::stop_token stop) {
+                return api().send("GET", path, {}, {}, std::move(stop));
+            },
+            std::move(keep)};
+}
+
 QCoro::Task<void> FeatureStore::load(Work work)
 {
     const QPointer<FeatureStore> self(this);
     setLoading(true);
     setLoadError({});
-    const base::Result<void> done = co_await work();
+    const Result<void> done = co_await work();
     if (!self)
         co_return;
     if (!done)
@@ -30,14 +56,58 @@ QCoro::Task<void> FeatureStore::load(Work work)
     setLoading(false);
 }
 
+QCoro::Task<void> FeatureStore::load(Source source)
+{
+    return load([this, source] { return fetch(source); });
+}
+
+QCoro::Task<void> FeatureStore::load(Source first, Source second)
+{
+    return load([this, first, second] { return fetchBoth(first, second); });
+}
+
 QCoro::Task<bool> FeatureStore::change(Work work)
 {
     const QPointer<FeatureStore> self(this);
     setActionError({});
-    const base::Result<void> done = co_await work();
+    const Result<void> done = co_await work();
     if (!done && self)
         setActionError(base::description(done.error()));
     co_return done.has_value();
+}
+
+QCoro::Task<bool> FeatureStore::change(Work send, Source touched)
+{
+    return change([this, send, touched] { return sendThenFetch(send, touched); });
+}
+
+FeatureStore::Reply<void> FeatureStore::fetch(Source source)
+{
+    const QPointer<FeatureStore> self(this);
+    const Result<QByteArray> answer = co_await source.request({});
+    co_return keepUnlessGone(self, answer, source.keep);
+}
+
+FeatureStore::Reply<void> FeatureStore::fetchBoth(Source first, Source second)
+{
+    const QPointer<FeatureStore> self(this);
+    std::stop_source givenUp;
+    Reply<QByteArray> firstReply = first.request({});
+    Reply<QByteArray> secondReply = second.request(givenUp.get_token());
+    Result<void> kept = keepUnlessGone(self, co_await std::move(firstReply), first.keep);
+    if (!kept)
+        givenUp.request_stop();
+    const Result<QByteArray> answer = co_await std::move(secondReply);
+    co_return kept ? keepUnlessGone(self, answer, second.keep) : kept;
+}
+
+FeatureStore::Reply<void> FeatureStore::sendThenFetch(Work send, Source touched)
+{
+    const QPointer<FeatureStore> self(this);
+    const Result<void> sent = co_await send();
+    if (!sent || !self)
+        co_return sent;
+    co_return co_await fetch(std::move(touched));
 }
 
 void FeatureStore::setLoading(bool loading)

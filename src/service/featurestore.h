@@ -8,8 +8,8 @@
 #include "service/recordlist.h"
 
 #include <QObject>
-#include <QPointer>
 
+#include <concepts>
 #include <functional>
 #include <optional>
 #include <type_traits>
@@ -53,75 +53,76 @@ protected:
     template<typename T>
     using Reply = QCoro::Task<base::Result<T>>;
     using Work = std::function<Reply<void>()>;
+    /// Takes over the body of an answer, or fails as the decoder does.
+    using Keep = std::function<base::Result<void>(const QByteArray &)>;
 
     /// Something to ask the service for, and what becomes of the answer.
-    template<typename T>
     struct Source
     {
-        std::function<Reply<T>(std::stop_token)> request;
-        std::function<void(T)> keep;
+        std::function<Reply<QByteArray>(std::stop_token)> request;
+        Keep keep;
     };
 
-    template<typename T>
-    [[nodiscard]] Source<T> get(QString path, std::function<void(T)> keep)
+    [[nodiscard]] Source get(QString path, Keep keep);
+    /// `get` of a path, with `into` the same places.
+    [[nodiscard]] Source get(QString path, auto &&...place)
     {
-        return {[this, path](std::stop_token stop) { return api().read<T>("GET", path, {}, stop); },
-                std::move(keep)};
+        return get(std::move(path), into(place...));
     }
+
     /// The answer becomes the value of a field.
     template<typename Store, typename T>
-    [[nodiscard]] Source<T> get(QString path, base::Optional<T> &field, void (Store::*changed)())
+    [[nodiscard]] Keep into(base::Optional<T> &field, void (Store::*changed)())
     {
-        const auto keep = [this, &field, changed](T answer) {
-            assign(field, std::move(answer), changed);
-        };
-        return get<T>(std::move(path), std::function<void(T)>(keep));
+        return decoded<T>(
+            [this, &field, changed](T answer) { assign(field, std::move(answer), changed); });
     }
     /// The answer is a list.
     template<typename T, auto Key>
-    [[nodiscard]] Source<QList<T>> get(QString path, RecordList<T, Key> &list)
+    [[nodiscard]] static Keep into(RecordList<T, Key> &list)
     {
-        const auto keep = [&list](QList<T> answer) { list.assign(std::move(answer)); };
-        return get<QList<T>>(std::move(path), std::function<void(QList<T>)>(keep));
+        return decoded<QList<T>>([&list](QList<T> answer) { list.assign(std::move(answer)); });
     }
     /// The answer is an object around a list.
     template<typename T, auto Key, typename Answer>
-    [[nodiscard]] Source<Answer> get(QString path, RecordList<T, Key> &list,
-                                     QList<T> Answer::*records)
+    [[nodiscard]] static Keep into(RecordList<T, Key> &list, QList<T> Answer::*records)
     {
-        const auto keep = [&list, records](Answer answer) {
-            list.assign(std::move(answer.*records));
+        return decoded<Answer>(
+            [&list, records](Answer answer) { list.assign(std::move(answer.*records)); });
+    }
+    /// The answer has to be a `T` and is then dropped.
+    template<typename T>
+    [[nodiscard]] static Keep nowhere()
+    {
+        return decoded<T>([](const T &) {});
+    }
+    /// Hands the answer's record to `take`.
+    template<typename T>
+    [[nodiscard]] static Keep decoded(std::invocable<T> auto take)
+    {
+        return [take](const QByteArray &body) {
+            T answer{};
+            base::Result<void> read = base::json::decodeInto(answer, body, base::json::Keys::Snake);
+            if (read)
+                take(std::move(answer));
+            return read;
         };
-        return get<Answer>(std::move(path), std::function<void(Answer)>(keep));
     }
 
     /// The shape of a load: `isLoading` goes up, `loadError` is cleared, what `work` brings
     /// replaces what was there, or else its failure is reported, and `isLoading` goes down.
     QCoro::Task<void> load(Work work);
-    template<typename T>
-    QCoro::Task<void> load(Source<T> source)
-    {
-        return load([this, source] { return fetch(source); });
-    }
+    QCoro::Task<void> load(Source source);
     /// Both are asked for at once and kept in this order. When the first fails, the second is
     /// cancelled.
-    template<typename A, typename B>
-    QCoro::Task<void> load(Source<A> first, Source<B> second)
-    {
-        return load([this, first, second] { return fetchBoth(first, second); });
-    }
+    QCoro::Task<void> load(Source first, Source second);
 
     /// The shape of a change: `actionError` is cleared, and set if `work` fails, which gives false.
     QCoro::Task<bool> change(Work work);
     /// Nothing is changed here until the service says so: what the change touched is fetched again.
-    template<typename T>
-    QCoro::Task<bool> change(Work send, Source<T> touched)
-    {
-        return change([this, send, touched] { return sendThenFetch(send, touched); });
-    }
+    QCoro::Task<bool> change(Work send, Source touched);
 
-    template<typename T>
-    Reply<void> fetch(Source<T> source);
+    Reply<void> fetch(Source source);
 
     /// Sets `field` and emits `changed`, unless that is its value already.
     template<typename Store, typename T>
@@ -139,10 +140,8 @@ protected:
     void setActionError(std::optional<QString> error);
 
 private:
-    template<typename A, typename B>
-    Reply<void> fetchBoth(Source<A> first, Source<B> second);
-    template<typename T>
-    Reply<void> sendThenFetch(Work send, Source<T> touched);
+    Reply<void> fetchBoth(Source first, Source second);
+    Reply<void> sendThenFetch(Work send, Source touched);
 
     [[nodiscard]] QString loadErrorText() const { return m_loadError.value_or(QString()); }
     [[nodiscard]] QString actionErrorText() const { return m_actionError.value_or(QString()); }
@@ -152,51 +151,5 @@ private:
     std::optional<QString> m_loadError;
     std::optional<QString> m_actionError;
 };
-
-template<typename T>
-FeatureStore::Reply<void> FeatureStore::fetch(Source<T> source)
-{
-    const QPointer<FeatureStore> self(this);
-    auto answer = co_await source.request({});
-    if (!answer)
-        co_return tl::unexpected(answer.error());
-    if (self)
-        source.keep(std::move(*answer));
-    co_return base::Result<void>{};
-}
-
-template<typename A, typename B>
-FeatureStore::Reply<void> FeatureStore::fetchBoth(Source<A> first, Source<B> second)
-{
-    const QPointer<FeatureStore> self(this);
-    std::stop_source givenUp;
-    Reply<A> firstReply = first.request({});
-    Reply<B> secondReply = second.request(givenUp.get_token());
-    auto one = co_await std::move(firstReply);
-    if (!one)
-        givenUp.request_stop();
-    else if (self)
-        first.keep(std::move(*one));
-    auto two = co_await std::move(secondReply);
-    if (!one)
-        co_return tl::unexpected(one.error());
-    if (!two)
-        co_return tl::unexpected(two.error());
-    if (self)
-        second.keep(std::move(*two));
-    co_return base::Result<void>{};
-}
-
-template<typename T>
-FeatureStore::Reply<void> FeatureStore::sendThenFetch(Work send, Source<T> touched)
-{
-    const QPointer<FeatureStore> self(this);
-    const auto sent = co_await send();
-    if (!sent)
-        co_return sent;
-    if (!self)
-        co_return base::Result<void>{};
-    co_return co_await fetch(std::move(touched));
-}
 
 } // namespace velto::service

@@ -10,7 +10,6 @@
 #include <QString>
 
 #include <optional>
-#include <tuple>
 
 /// The records that the signed-in session is made of, as they travel. Times stay text until a
 /// screen formats them.
@@ -24,12 +23,7 @@ struct Workspace
     QString name;
     QString role; ///< "owner", "admin" or "member".
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &Workspace::id), field("slug", &Workspace::slug),
-                          field("name", &Workspace::name), field("role", &Workspace::role)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const Workspace &) const = default;
 };
 
@@ -39,12 +33,7 @@ struct UserInfo
     std::optional<QString> email;
     std::optional<QString> image;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("name", &UserInfo::name), field("email", &UserInfo::email),
-                          field("image", &UserInfo::image)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const UserInfo &) const = default;
 };
 
@@ -54,12 +43,7 @@ struct PendingAgreement
     QString kind;
     QString version;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("kind", &PendingAgreement::kind),
-                          field("version", &PendingAgreement::version)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const PendingAgreement &) const = default;
 };
 
@@ -73,17 +57,7 @@ struct Me
     std::optional<bool> isAdmin;
     std::optional<QList<PendingAgreement>> pendingAgreements;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("userId", &Me::userId),
-                          field("personId", &Me::personId),
-                          field("workspaceId", &Me::workspaceId),
-                          field("workspaces", &Me::workspaces),
-                          field("user", &Me::user),
-                          field("isAdmin", &Me::isAdmin),
-                          field("pendingAgreements", &Me::pendingAgreements)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const Me &) const = default;
 };
 
@@ -97,16 +71,7 @@ struct ConversationSummary
     int messageCount = 0;
     QString createdAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &ConversationSummary::id),
-                          field("channel", &ConversationSummary::channel),
-                          field("title", &ConversationSummary::title),
-                          field("summary", &ConversationSummary::summary),
-                          field("messageCount", &ConversationSummary::messageCount),
-                          field("createdAt", &ConversationSummary::createdAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const ConversationSummary &) const = default;
 };
 
@@ -119,14 +84,7 @@ struct StoredPart
     std::optional<base::AnyJSON> input;
     std::optional<base::AnyJSON> output;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{
-            field("type", &StoredPart::type),         field("text", &StoredPart::text),
-            field("toolName", &StoredPart::toolName), field("toolCallId", &StoredPart::toolCallId),
-            field("input", &StoredPart::input),       field("output", &StoredPart::output)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const StoredPart &) const = default;
 };
 
@@ -137,12 +95,7 @@ struct StoredUIMessage
     QString role;
     QList<StoredPart> parts;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &StoredUIMessage::id), field("role", &StoredUIMessage::role),
-                          field("parts", &StoredUIMessage::parts)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const StoredUIMessage &) const = default;
 };
 
@@ -150,10 +103,7 @@ struct SwitchWorkspaceRequest
 {
     QString workspaceId;
 
-    static constexpr auto jsonFields()
-    {
-        return std::tuple{base::json::field("workspaceId", &SwitchWorkspaceRequest::workspaceId)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const SwitchWorkspaceRequest &) const = default;
 };
 
@@ -161,10 +111,7 @@ struct LibraryEnabledPatch
 {
     bool enabled = false;
 
-    static constexpr auto jsonFields()
-    {
-        return std::tuple{base::json::field("enabled", &LibraryEnabledPatch::enabled)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const LibraryEnabledPatch &) const = default;
 };
 
@@ -172,10 +119,7 @@ struct MemberRolePatch
 {
     QString role;
 
-    static constexpr auto jsonFields()
-    {
-        return std::tuple{base::json::field("role", &MemberRolePatch::role)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const MemberRolePatch &) const = default;
 };
 
@@ -187,13 +131,7 @@ struct Tokens
     int expiresIn = 0; ///< Seconds.
     QString refreshToken;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{
-            field("accessToken", &Tokens::accessToken), field("tokenType", &Tokens::tokenType),
-            field("expiresIn", &Tokens::expiresIn), field("refreshToken", &Tokens::refreshToken)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const Tokens &) const = default;
 };
 

@@ -27,14 +27,7 @@ public:
     qint64 memberships = 0;
     qint64 workspacesWithVelto = 0;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("users", &AdminTotals::users),
-                          field("workspaces", &AdminTotals::workspaces),
-                          field("memberships", &AdminTotals::memberships),
-                          field("workspacesWithVelto", &AdminTotals::workspacesWithVelto)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminTotals &) const = default;
 };
 
@@ -52,14 +45,7 @@ public:
     qint64 workspacesLast7d = 0;
     qint64 workspacesLast30d = 0;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("usersLast7d", &AdminTrend::usersLast7d),
-                          field("usersLast30d", &AdminTrend::usersLast30d),
-                          field("workspacesLast7d", &AdminTrend::workspacesLast7d),
-                          field("workspacesLast30d", &AdminTrend::workspacesLast30d)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminTrend &) const = default;
 };
 
@@ -77,14 +63,7 @@ public:
     base::Optional<QString> displayName;
     base::Optional<QString> createdAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &AdminRecentUser::id),
-                          field("email", &AdminRecentUser::email),
-                          field("displayName", &AdminRecentUser::displayName),
-                          field("createdAt", &AdminRecentUser::createdAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminRecentUser &) const = default;
 };
 
@@ -106,16 +85,7 @@ public:
     qint64 memberCount = 0;
     base::Optional<QString> createdAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &AdminRecentWorkspace::id),
-                          field("slug", &AdminRecentWorkspace::slug),
-                          field("name", &AdminRecentWorkspace::name),
-                          field("createdByEmail", &AdminRecentWorkspace::createdByEmail),
-                          field("memberCount", &AdminRecentWorkspace::memberCount),
-                          field("createdAt", &AdminRecentWorkspace::createdAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminRecentWorkspace &) const = default;
 };
 
@@ -134,14 +104,7 @@ public:
     QList<AdminRecentUser> recentUsers;
     QList<AdminRecentWorkspace> recentWorkspaces;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("totals", &AdminOverview::totals),
-                          field("trend", &AdminOverview::trend),
-                          field("recentUsers", &AdminOverview::recentUsers),
-                          field("recentWorkspaces", &AdminOverview::recentWorkspaces)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminOverview &) const = default;
 };
 
@@ -163,16 +126,7 @@ public:
     base::Optional<QString> createdAt;
     base::Optional<QString> updatedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &AdminUser::id),
-                          field("email", &AdminUser::email),
-                          field("displayName", &AdminUser::displayName),
-                          field("workspaceCount", &AdminUser::workspaceCount),
-                          field("createdAt", &AdminUser::createdAt),
-                          field("updatedAt", &AdminUser::updatedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminUser &) const = default;
 };
 
@@ -180,11 +134,7 @@ struct AdminUsersResponse
 {
     QList<AdminUser> users;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("users", &AdminUsersResponse::users)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminUsersResponse &) const = default;
 };
 
@@ -208,17 +158,7 @@ public:
     qint64 memberCount = 0;
     base::Optional<QString> createdAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &AdminWorkspace::id),
-                          field("slug", &AdminWorkspace::slug),
-                          field("name", &AdminWorkspace::name),
-                          field("veltoEmail", &AdminWorkspace::veltoEmail),
-                          field("createdByEmail", &AdminWorkspace::createdByEmail),
-                          field("memberCount", &AdminWorkspace::memberCount),
-                          field("createdAt", &AdminWorkspace::createdAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminWorkspace &) const = default;
 };
 
@@ -226,11 +166,7 @@ struct AdminWorkspacesResponse
 {
     QList<AdminWorkspace> workspaces;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("workspaces", &AdminWorkspacesResponse::workspaces)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminWorkspacesResponse &) const = default;
 };
 
@@ -258,19 +194,7 @@ public:
     base::Optional<QString> accent;
     base::Optional<QList<QString>> exampleQueries;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &CatalogEntry::id),
-                          field("version", &CatalogEntry::version),
-                          field("source", &CatalogEntry::source),
-                          field("name", &CatalogEntry::name),
-                          field("tagline", &CatalogEntry::tagline),
-                          field("whatItDoes", &CatalogEntry::whatItDoes),
-                          field("iconKey", &CatalogEntry::iconKey),
-                          field("accent", &CatalogEntry::accent),
-                          field("exampleQueries", &CatalogEntry::exampleQueries)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const CatalogEntry &) const = default;
 };
 
@@ -278,11 +202,7 @@ struct AdminCatalogResponse
 {
     QList<CatalogEntry> entries;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("entries", &AdminCatalogResponse::entries)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminCatalogResponse &) const = default;
 };
 

@@ -3,10 +3,18 @@
 
 #include "workspace/adminstore.h"
 
+#include <QPointer>
+
 namespace velto::workspace
 {
 
-AdminStore::Source<AdminCatalogResponse> AdminStore::catalogSource()
+AdminStore::AdminStore(service::APIClient &api, QObject *parent)
+    : FeatureStore(api, parent)
+{}
+
+AdminStore::~AdminStore() = default;
+
+AdminStore::Source AdminStore::catalogSource()
 {
     return get(QStringLiteral("/v1/admin/catalog"), m_catalog, &AdminCatalogResponse::entries);
 }
@@ -36,14 +44,13 @@ QCoro::Task<void> AdminStore::loadCatalog()
 QCoro::Task<void> AdminStore::loadWorkspaceDetail(QString slug)
 {
     const QPointer<AdminStore> self(this);
-    setWorkspaceDetail({});
-    auto answer = co_await api().fetchAdminWorkspace<AdminWorkspaceDetail>(slug);
-    if (!self)
-        co_return;
-    if (answer)
-        setWorkspaceDetail(std::move(*answer));
-    else
-        setLoadError(base::description(answer.error()));
+    assign(m_workspaceDetail, {}, &AdminStore::workspaceDetailChanged);
+    const Source detail{
+        [=, this](const std::stop_token &) { return api().fetchAdminWorkspace(slug); },
+        into(m_workspaceDetail, &AdminStore::workspaceDetailChanged)};
+    const base::Result<void> fetched = co_await fetch(detail);
+    if (!fetched && self)
+        setLoadError(base::description(fetched.error()));
 }
 
 QCoro::Task<bool> AdminStore::deleteCatalogEntry(QString id)
@@ -57,13 +64,8 @@ void AdminStore::reset()
     assign(m_overview, {}, &AdminStore::overviewChanged);
     m_users.assign({});
     m_workspaces.assign({});
-    setWorkspaceDetail({});
+    assign(m_workspaceDetail, {}, &AdminStore::workspaceDetailChanged);
     m_catalog.assign({});
-}
-
-void AdminStore::setWorkspaceDetail(std::optional<AdminWorkspaceDetail> detail)
-{
-    assign(m_workspaceDetail, std::move(detail), &AdminStore::workspaceDetailChanged);
 }
 
 } // namespace velto::workspace

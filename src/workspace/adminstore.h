@@ -26,7 +26,8 @@ public:
     using Workspaces = service::RecordList<AdminWorkspace, &AdminWorkspace::id>;
     using Catalog = service::RecordList<CatalogEntry, &CatalogEntry::id>;
 
-    using FeatureStore::FeatureStore;
+    explicit AdminStore(service::APIClient &api, QObject *parent = nullptr);
+    ~AdminStore() override;
 
     [[nodiscard]] const base::Optional<AdminOverview> &overview() const { return m_overview; }
     [[nodiscard]] Users *users() { return &m_users; }
@@ -60,8 +61,7 @@ signals:
     void workspaceDetailChanged();
 
 private:
-    [[nodiscard]] Source<AdminCatalogResponse> catalogSource();
-    void setWorkspaceDetail(std::optional<AdminWorkspaceDetail> detail);
+    [[nodiscard]] Source catalogSource();
 
     base::Optional<AdminOverview> m_overview;
     Users m_users;

@@ -30,15 +30,7 @@ public:
     QString role;
     base::Optional<QString> joinedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("userId", &AdminWorkspaceMemberRow::userId),
-                          field("email", &AdminWorkspaceMemberRow::email),
-                          field("displayName", &AdminWorkspaceMemberRow::displayName),
-                          field("role", &AdminWorkspaceMemberRow::role),
-                          field("joinedAt", &AdminWorkspaceMemberRow::joinedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminWorkspaceMemberRow &) const = default;
 };
 
@@ -61,16 +53,7 @@ public:
     qint64 totalCalls = 0;
     double totalCostUsd = 0;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("totalInput", &AdminUsageSummary::totalInput),
-                          field("totalOutput", &AdminUsageSummary::totalOutput),
-                          field("totalCacheCreation", &AdminUsageSummary::totalCacheCreation),
-                          field("totalCacheRead", &AdminUsageSummary::totalCacheRead),
-                          field("totalCalls", &AdminUsageSummary::totalCalls),
-                          field("totalCostUsd", &AdminUsageSummary::totalCostUsd)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminUsageSummary &) const = default;
 };
 
@@ -96,18 +79,7 @@ public:
     double costUsd = 0;
     qint64 calls = 0;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("source", &AdminUsageBySource::source),
-                          field("model", &AdminUsageBySource::model),
-                          field("inputTokens", &AdminUsageBySource::inputTokens),
-                          field("outputTokens", &AdminUsageBySource::outputTokens),
-                          field("cacheCreationTokens", &AdminUsageBySource::cacheCreationTokens),
-                          field("cacheReadTokens", &AdminUsageBySource::cacheReadTokens),
-                          field("costUsd", &AdminUsageBySource::costUsd),
-                          field("calls", &AdminUsageBySource::calls)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminUsageBySource &) const = default;
 };
 
@@ -129,16 +101,7 @@ public:
     base::Optional<qint64> userMessages;
     base::Optional<double> cacheSavingsUsd;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("workspace", &AdminWorkspaceDetail::workspace),
-                          field("members", &AdminWorkspaceDetail::members),
-                          field("usageSummary", &AdminWorkspaceDetail::usageSummary),
-                          field("usageBySource", &AdminWorkspaceDetail::usageBySource),
-                          field("userMessages", &AdminWorkspaceDetail::userMessages),
-                          field("cacheSavingsUsd", &AdminWorkspaceDetail::cacheSavingsUsd)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AdminWorkspaceDetail &) const = default;
 };
 

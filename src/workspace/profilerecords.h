@@ -29,14 +29,7 @@ public:
     base::Optional<QString> createdAt;
     base::Optional<QString> updatedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &ProfileUser::id), field("email", &ProfileUser::email),
-                          field("displayName", &ProfileUser::displayName),
-                          field("createdAt", &ProfileUser::createdAt),
-                          field("updatedAt", &ProfileUser::updatedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const ProfileUser &) const = default;
 };
 
@@ -62,16 +55,7 @@ public:
     /// The line below the name: "acme · Owner".
     [[nodiscard]] QString subtitle() const;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("workspaceId", &ProfileMembership::workspaceId),
-                          field("workspaceSlug", &ProfileMembership::workspaceSlug),
-                          field("workspaceName", &ProfileMembership::workspaceName),
-                          field("role", &ProfileMembership::role),
-                          field("personId", &ProfileMembership::personId),
-                          field("onlyOwner", &ProfileMembership::onlyOwner)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const ProfileMembership &) const = default;
 };
 
@@ -87,13 +71,7 @@ public:
     QString slug;
     QString name;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &ProfileWorkspace::id),
-                          field("slug", &ProfileWorkspace::slug),
-                          field("name", &ProfileWorkspace::name)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const ProfileWorkspace &) const = default;
 };
 
@@ -105,11 +83,7 @@ struct ProfileIntegrations
 public:
     bool googleConnected = false;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("googleConnected", &ProfileIntegrations::googleConnected)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const ProfileIntegrations &) const = default;
 };
 
@@ -141,15 +115,7 @@ public:
     [[nodiscard]] QString currentRole() const;
     [[nodiscard]] bool isCurrent(const ProfileMembership &membership) const;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("user", &UserProfile::user),
-                          field("memberships", &UserProfile::memberships),
-                          field("currentWorkspace", &UserProfile::currentWorkspace),
-                          field("currentMembership", &UserProfile::currentMembership),
-                          field("integrations", &UserProfile::integrations)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const UserProfile &) const = default;
 };
 

@@ -5,6 +5,8 @@
 
 #include "workspace/adminrecords.h"
 
+#include <QPointer>
+
 namespace velto::workspace
 {
 
@@ -35,8 +37,8 @@ QCoro::Task<void> ProfileStore::probeSuperAdmin()
     if (m_isSuperAdmin)
         co_return;
     const QPointer<ProfileStore> self(this);
-    const auto answer =
-        co_await api().read<AdminOverview>("GET", QStringLiteral("/v1/admin/overview"));
+    const Source probe = get(QStringLiteral("/v1/admin/overview"), nowhere<AdminOverview>());
+    const Result<void> answer = co_await fetch(probe);
     if (!self)
         co_return;
     const auto *refusal = answer ? nullptr : std::get_if<base::APIError>(&answer.error());

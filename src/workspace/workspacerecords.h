@@ -36,18 +36,7 @@ public:
     base::Optional<QString> createdAt;
     base::Optional<QString> updatedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &WorkspaceInfo::id),
-                          field("slug", &WorkspaceInfo::slug),
-                          field("name", &WorkspaceInfo::name),
-                          field("veltoEmail", &WorkspaceInfo::veltoEmail),
-                          field("veltoDisplayName", &WorkspaceInfo::veltoDisplayName),
-                          field("createdByUserId", &WorkspaceInfo::createdByUserId),
-                          field("createdAt", &WorkspaceInfo::createdAt),
-                          field("updatedAt", &WorkspaceInfo::updatedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceInfo &) const = default;
 };
 
@@ -67,15 +56,7 @@ public:
     QString role;
     base::Optional<QString> joinedAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("workspaceId", &WorkspaceMembership::workspaceId),
-                          field("userId", &WorkspaceMembership::userId),
-                          field("personId", &WorkspaceMembership::personId),
-                          field("role", &WorkspaceMembership::role),
-                          field("joinedAt", &WorkspaceMembership::joinedAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceMembership &) const = default;
 };
 
@@ -91,13 +72,7 @@ public:
     WorkspaceMembership membership; ///< The caller's own.
     qint64 memberCount = 0;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("workspace", &WorkspaceDetail::workspace),
-                          field("membership", &WorkspaceDetail::membership),
-                          field("memberCount", &WorkspaceDetail::memberCount)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceDetail &) const = default;
 };
 
@@ -115,14 +90,7 @@ public:
     QString email;
     QString role;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("userId", &WorkspaceMember::userId),
-                          field("displayName", &WorkspaceMember::displayName),
-                          field("email", &WorkspaceMember::email),
-                          field("role", &WorkspaceMember::role)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceMember &) const = default;
 };
 
@@ -130,11 +98,7 @@ struct WorkspaceMembersResponse
 {
     QList<WorkspaceMember> members;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("members", &WorkspaceMembersResponse::members)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceMembersResponse &) const = default;
 };
 
@@ -152,13 +116,7 @@ public:
     QString role;
     base::Optional<QString> expiresAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{
-            field("id", &WorkspaceInvite::id), field("email", &WorkspaceInvite::email),
-            field("role", &WorkspaceInvite::role), field("expiresAt", &WorkspaceInvite::expiresAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceInvite &) const = default;
 };
 
@@ -166,11 +124,7 @@ struct WorkspaceInvitesResponse
 {
     QList<WorkspaceInvite> invites;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("invites", &WorkspaceInvitesResponse::invites)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const WorkspaceInvitesResponse &) const = default;
 };
 
@@ -194,17 +148,7 @@ public:
     base::Optional<QMap<QString, base::AnyJSON>> metadata;
     base::Optional<QString> createdAt;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("id", &AuditRow::id),
-                          field("action", &AuditRow::action),
-                          field("actorEmail", &AuditRow::actorEmail),
-                          field("targetType", &AuditRow::targetType),
-                          field("targetId", &AuditRow::targetId),
-                          field("metadata", &AuditRow::metadata),
-                          field("createdAt", &AuditRow::createdAt)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AuditRow &) const = default;
 };
 
@@ -212,11 +156,7 @@ struct AuditLogResponse
 {
     QList<AuditRow> entries;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("entries", &AuditLogResponse::entries)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const AuditLogResponse &) const = default;
 };
 
@@ -225,12 +165,7 @@ struct CreateInviteRequest
     QString email;
     QString role;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("email", &CreateInviteRequest::email),
-                          field("role", &CreateInviteRequest::role)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const CreateInviteRequest &) const = default;
 };
 
@@ -242,12 +177,7 @@ struct CreateInviteResult
         QString email;
         QString inviteId;
 
-        static constexpr auto jsonFields()
-        {
-            using base::json::field;
-            return std::tuple{field("email", &Invited::email),
-                              field("inviteId", &Invited::inviteId)};
-        }
+        static base::json::Fields jsonFields();
         bool operator==(const Invited &) const = default;
     };
     struct Failed
@@ -255,23 +185,14 @@ struct CreateInviteResult
         QString email;
         QString reason;
 
-        static constexpr auto jsonFields()
-        {
-            using base::json::field;
-            return std::tuple{field("email", &Failed::email), field("reason", &Failed::reason)};
-        }
+        static base::json::Fields jsonFields();
         bool operator==(const Failed &) const = default;
     };
 
     QList<Invited> invited;
     QList<Failed> failed;
 
-    static constexpr auto jsonFields()
-    {
-        using base::json::field;
-        return std::tuple{field("invited", &CreateInviteResult::invited),
-                          field("failed", &CreateInviteResult::failed)};
-    }
+    static base::json::Fields jsonFields();
     bool operator==(const CreateInviteResult &) const = default;
 };
 

@@ -5,6 +5,8 @@
 
 #include "base/text.h"
 
+#include <QPointer>
+
 namespace velto::workspace
 {
 namespace
@@ -21,6 +23,12 @@ QString pathOf(const QString &slug, QLatin1StringView below = {})
 
 using base::Result;
 
+WorkspaceStore::WorkspaceStore(service::APIClient &api, QObject *parent)
+    : FeatureStore(api, parent)
+{}
+
+WorkspaceStore::~WorkspaceStore() = default;
+
 QCoro::Task<void> WorkspaceStore::loadDetail(QString slug)
 {
     return load(get(pathOf(slug), m_detail, &WorkspaceStore::detailChanged));
@@ -28,11 +36,8 @@ QCoro::Task<void> WorkspaceStore::loadDetail(QString slug)
 
 QCoro::Task<void> WorkspaceStore::loadAudit(QString slug)
 {
-    auto log = get({}, m_audit, &AuditLogResponse::entries);
-    log.request = [this, slug](const std::stop_token &) {
-        return api().auditLog<AuditLogResponse>(slug, auditLimit);
-    };
-    return load(log);
+    return load({[this, slug](const std::stop_token &) { return api().auditLog(slug, auditLimit); },
+                 into(m_audit, &AuditLogResponse::entries)});
 }
 
 QCoro::Task<void> WorkspaceStore::loadMembers(QString slug)
@@ -43,19 +48,19 @@ QCoro::Task<void> WorkspaceStore::loadMembers(QString slug)
 WorkspaceStore::Reply<void> WorkspaceStore::fetchMembersAndInvites(QString slug)
 {
     const QPointer<WorkspaceStore> self(this);
-    Reply<WorkspaceMembersResponse> membersReply =
-        api().read<WorkspaceMembersResponse>("GET", pathOf(slug, QLatin1StringView("/members")));
-    Reply<WorkspaceInvitesResponse> invitesReply =
-        api().read<WorkspaceInvitesResponse>("GET", pathOf(slug, QLatin1StringView("/invites")));
-    auto members = co_await std::move(membersReply);
-    if (self && members)
-        m_members.assign(std::move(members->members));
-    else if (self)
+    Reply<void> membersReply = fetch(get(pathOf(slug, QLatin1StringView("/members")), m_members,
+                                         &WorkspaceMembersResponse::members));
+    Reply<QByteArray> invitesReply = api().send("GET", pathOf(slug, QLatin1StringView("/invites")));
+    const Result<void> members = co_await std::move(membersReply);
+    if (self && !members)
         setLoadError(base::description(members.error()));
-    auto invites = co_await std::move(invitesReply);
+    const Result<QByteArray> invites = co_await std::move(invitesReply);
+    if (!self || !members)
+        co_return Result<void>{};
     // Who may not see the invitations gets the members alone, and no error.
-    if (self && members)
-        m_invites.assign(invites ? std::optional(std::move(invites->invites)) : std::nullopt);
+    const Keep keep = into(m_invites, &WorkspaceInvitesResponse::invites);
+    if (!invites || !keep(*invites))
+        m_invites.assign({});
     co_return Result<void>{};
 }
 
@@ -74,12 +79,13 @@ WorkspaceStore::Reply<void> WorkspaceStore::sendInvite(QString slug, CreateInvit
     Result<QByteArray> body = base::json::encode(invite, base::json::Keys::Snake);
     if (!body)
         co_return tl::unexpected(body.error());
-    // It has to be a proper answer, whatever it says.
-    const auto answer = co_await api().read<CreateInviteResult>(
-        "POST", pathOf(slug, QLatin1StringView("/invites")), std::move(*body));
+    const Result<QByteArray> answer =
+        co_await api().send("POST", pathOf(slug, QLatin1StringView("/invites")), std::move(*body));
     if (!answer)
         co_return tl::unexpected(answer.error());
-    co_return Result<void>{};
+    // It has to be a proper answer, whatever it says.
+    CreateInviteResult result;
+    co_return base::json::decodeInto(result, *answer, base::json::Keys::Snake);
 }
 
 void WorkspaceStore::reset()

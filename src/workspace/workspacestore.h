@@ -26,7 +26,8 @@ public:
     using Invites = service::RecordList<WorkspaceInvite, &WorkspaceInvite::id>;
     using Audit = service::RecordList<AuditRow, &AuditRow::id>;
 
-    using FeatureStore::FeatureStore;
+    explicit WorkspaceStore(service::APIClient &api, QObject *parent = nullptr);
+    ~WorkspaceStore() override;
 
     [[nodiscard]] const base::Optional<WorkspaceDetail> &detail() const { return m_detail; }
     [[nodiscard]] Members *members() { return &m_members; }

@@ -20,9 +20,12 @@ struct Child
     QString role;
     std::optional<qint64> size;
 
-    static constexpr auto jsonFields()
+    static json::Fields jsonFields()
     {
-        return std::tuple{json::field("role", &Child::role), json::field("size", &Child::size)};
+        using json::field;
+        static constexpr std::array fields{field<&Child::role>("role"),
+                                           field<&Child::size>("size")};
+        return fields;
     }
     bool operator==(const Child &) const = default;
 };
@@ -38,17 +41,18 @@ struct Parent
     QMap<QString, Child> byName;
     std::optional<AnyJSON> extra;
 
-    static constexpr auto jsonFields()
+    static json::Fields jsonFields()
     {
         using json::field;
-        return std::tuple{field("userId", &Parent::userId),
-                          field("isAdmin", &Parent::isAdmin),
-                          field("messageCount", &Parent::messageCount),
-                          field("ratio", &Parent::ratio),
-                          field("avatarUrl", &Parent::avatarURL),
-                          field("workspaces", &Parent::workspaces),
-                          field("byName", &Parent::byName),
-                          field("extra", &Parent::extra)};
+        static constexpr std::array fields{field<&Parent::userId>("userId"),
+                                           field<&Parent::isAdmin>("isAdmin"),
+                                           field<&Parent::messageCount>("messageCount"),
+                                           field<&Parent::ratio>("ratio"),
+                                           field<&Parent::avatarURL>("avatarUrl"),
+                                           field<&Parent::workspaces>("workspaces"),
+                                           field<&Parent::byName>("byName"),
+                                           field<&Parent::extra>("extra")};
+        return fields;
     }
     bool operator==(const Parent &) const = default;
 };

@@ -51,10 +51,11 @@ struct Record
 {
     Optional<QString> text;
     Optional<QList<int>> numbers;
-    static constexpr auto jsonFields()
+    static json::Fields jsonFields()
     {
-        return std::tuple{json::field("text", &Record::text),
-                          json::field("numbers", &Record::numbers)};
+        static constexpr std::array fields{json::field<&Record::text>("text"),
+                                           json::field<&Record::numbers>("numbers")};
+        return fields;
     }
 };
 

@@ -149,19 +149,10 @@ TEST_F(APIClientTest, RenameSendsTheTitleAndHidesTheServersWords)
 
 // --- answers that are records of the stores
 
-struct Record
-{
-    QString someText;
-    static constexpr auto jsonFields()
-    {
-        return std::tuple{base::json::field("someText", &Record::someText)};
-    }
-};
-
 struct ReadCase
 {
     const char *name;
-    QCoro::Task<base::Result<Record>> (*call)(APIClient &);
+    QCoro::Task<base::Result<QByteArray>> (*call)(APIClient &);
     QByteArray method;
     QByteArray target;
     QByteArray body;
@@ -170,16 +161,14 @@ struct ReadCase
 class Reading : public APIClientTest, public testing::WithParamInterface<ReadCase>
 {};
 
-TEST_P(Reading, AsksExactlyThisAndDecodesASuccess)
+TEST_P(Reading, AsksExactlyThisAndGivesTheBodyOfASuccess)
 {
     const QByteArray path = GetParam().target.split('?').first();
-    m_server.on(path, answer(200, R"({"some_text":"t"})"));
-    EXPECT_EQ(await(GetParam().call(m_api)).value().someText, QStringLiteral("t"));
+    m_server.on(path, answer(200, R"({"some":"text"})"));
+    EXPECT_EQ(await(GetParam().call(m_api)).value(), R"({"some":"text"})");
     EXPECT_EQ(last().method, GetParam().method);
     EXPECT_EQ(last().target, GetParam().target);
     EXPECT_EQ(last().body, GetParam().body);
-    m_server.on(path, answer(200, "{}"));
-    EXPECT_NE(failureOf<DecodingError>(await(GetParam().call(m_api))), nullptr);
     m_server.on(path, answer(500, " no\n"));
     const auto failed = await(GetParam().call(m_api));
     ASSERT_NE(failureOf<APIError>(failed), nullptr);
@@ -194,24 +183,22 @@ QString text(const char *latin1)
 INSTANTIATE_TEST_SUITE_P(
     All, Reading,
     testing::Values(
-        ReadCase{
-            "settings",
-            [](APIClient &api) { return api.saveSettings<Record>(text("codex"), text("gpt")); },
-            "PUT", "/v1/settings", R"({"codexModel":"gpt","provider":"codex"})"},
+        ReadCase{"settings",
+                 [](APIClient &api) { return api.saveSettings(text("codex"), text("gpt")); }, "PUT",
+                 "/v1/settings", R"({"codexModel":"gpt","provider":"codex"})"},
         ReadCase{"settingsWithoutModel",
-                 [](APIClient &api) { return api.saveSettings<Record>(text("claude"), {}); }, "PUT",
+                 [](APIClient &api) { return api.saveSettings(text("claude"), {}); }, "PUT",
                  "/v1/settings", R"({"provider":"claude"})"},
-        ReadCase{"settingsWithNothing",
-                 [](APIClient &api) { return api.saveSettings<Record>({}, {}); }, "PUT",
-                 "/v1/settings", "{}"},
+        ReadCase{"settingsWithNothing", [](APIClient &api) { return api.saveSettings({}, {}); },
+                 "PUT", "/v1/settings", "{}"},
         ReadCase{"integration",
-                 [](APIClient &api) { return api.integrationStatus<Record>(text("google")); },
-                 "GET", "/v1/integrations/google/status", ""},
+                 [](APIClient &api) { return api.integrationStatus(text("google")); }, "GET",
+                 "/v1/integrations/google/status", ""},
         ReadCase{"adminWorkspace",
-                 [](APIClient &api) { return api.fetchAdminWorkspace<Record>(text("a b")); }, "GET",
+                 [](APIClient &api) { return api.fetchAdminWorkspace(text("a b")); }, "GET",
                  "/v1/admin/workspaces/a%20b", ""},
-        ReadCase{"audit", [](APIClient &api) { return api.auditLog<Record>(text("s?"), 100); },
-                 "GET", "/v1/workspaces/s%3F/audit?limit=100", ""}),
+        ReadCase{"audit", [](APIClient &api) { return api.auditLog(text("s?"), 100); }, "GET",
+                 "/v1/workspaces/s%3F/audit?limit=100", ""}),
     [](const auto &info) { return info.param.name; });
 
 // --- changes whose answer is dropped

@@ -13,56 +13,29 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace velto::test
 {
 
 /// Answers as `answers` says for the request's method; 405 for other methods.
-[[nodiscard]] inline ScriptedServer::Handler
-byMethod(const QMap<QByteArray, ScriptedServer::Handler> &answers)
-{
-    return [=](const RecordedRequest &request, const Exchange &exchange) {
-        answers.value(request.method, answer(405))(request, exchange);
-    };
-}
+[[nodiscard]] ScriptedServer::Handler
+byMethod(const QMap<QByteArray, ScriptedServer::Handler> &answers);
 
 /// A client that is signed in at a scripted service, for tests of a store.
 class StoreTest : public testing::Test
 {
 protected:
-    StoreTest() { api.setAccessToken(QStringLiteral("token")); }
+    StoreTest();
+    ~StoreTest() override;
 
     /// "GET /v1/me", "PUT /v1/settings {...}": what was asked since the last call, in order.
-    [[nodiscard]] QList<QByteArray> asked()
-    {
-        QList<QByteArray> lines;
-        for (; m_read < server.requests().size(); ++m_read) {
-            const RecordedRequest &request = server.requests()[m_read];
-            EXPECT_EQ(request.header("Authorization"), "Bearer token");
-            EXPECT_EQ(request.header("Content-Type").has_value(), !request.body.isEmpty());
-            QByteArray line = request.method + ' ' + request.target;
-            if (!request.body.isEmpty())
-                line += ' ' + request.body;
-            lines.append(line);
-        }
-        return lines;
-    }
+    [[nodiscard]] QList<QByteArray> asked();
     /// The same for requests that go out together, so that any of them may arrive first.
-    [[nodiscard]] QList<QByteArray> askedInAnyOrder()
-    {
-        QList<QByteArray> lines = asked();
-        std::sort(lines.begin(), lines.end());
-        return lines;
-    }
+    [[nodiscard]] QList<QByteArray> askedInAnyOrder();
 
     /// Keeps requests of `path` waiting; gives where they wait.
-    [[nodiscard]] std::shared_ptr<QList<Exchange>> hold(const QByteArray &path)
-    {
-        const auto waiting = std::make_shared<QList<Exchange>>();
-        server.on(path, [waiting](const RecordedRequest &, const Exchange &exchange) {
-            waiting->append(exchange);
-        });
-        return waiting;
-    }
+    [[nodiscard]] std::shared_ptr<QList<Exchange>> hold(const QByteArray &path);
 
     ScriptedServer server;
     service::Transport transport;

@@ -492,6 +492,16 @@ TEST_F(VeltoSettingsStoreTest, StopsAtTheFirstStepThatFails)
     }
 }
 
+TEST_F(VeltoSettingsStoreTest, StopsWhenTheAnswerToTheSwitchIsNotSettings)
+{
+    useProvider("\"codex\"");
+    server.on("/v1/settings", byMethod({{"PUT", answer(200, R"({"provider":"claude"})")}}));
+    EXPECT_FALSE(await(store.saveModel(text("new"), Engine::Claude, text("acme"))));
+    EXPECT_EQ(asked(), Lines{R"(PUT /v1/settings {"provider":"claude"})"});
+    EXPECT_TRUE(store.actionError()->contains(text("model"))) << qPrintable(*store.actionError());
+    EXPECT_EQ(store.settings()->provider, text("codex"));
+}
+
 TEST_F(VeltoSettingsStoreTest, ReportsACodexModelThatCouldNotBeSaved)
 {
     useProvider("\"claude\"");

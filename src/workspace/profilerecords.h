@@ -113,7 +113,8 @@ public:
     [[nodiscard]] QString email() const;
     /// Empty unless there is a current membership with a role.
     [[nodiscard]] QString currentRole() const;
-    [[nodiscard]] bool isCurrent(const ProfileMembership &membership) const;
+    Q_INVOKABLE [[nodiscard]] bool
+    isCurrent(const velto::workspace::ProfileMembership &membership) const;
 
     static base::json::Fields jsonFields();
     bool operator==(const UserProfile &) const = default;

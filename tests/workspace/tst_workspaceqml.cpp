@@ -128,6 +128,7 @@ TEST_F(WorkspaceQml, ReadsEveryFieldOfTheProfile)
     EXPECT_EQ(qml.read(text("store.profile.email")), text("ada@x"));
     EXPECT_EQ(qml.read(text("store.profile.currentRole")), text("Owner"));
     EXPECT_EQ(qml.read(text("store.profile.memberships[0].subtitle")), text("acme · Owner"));
+    EXPECT_EQ(qml.read(text("store.profile.isCurrent(store.profile.memberships[0])")), true);
     EXPECT_EQ(qml.read(text("store.isSuperAdmin")), true);
     start(qml, server, "store.startLoad()", "/v1/me/profile");
     EXPECT_EQ(qml.unusedProperties(), QStringList());

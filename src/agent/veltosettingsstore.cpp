@@ -14,6 +14,13 @@ using base::json::Keys;
 using service::LibraryKind;
 using Engine = ModelOption::Engine;
 
+namespace
+{
+
+const auto settingsPath = QStringLiteral("/v1/settings");
+
+} // namespace
+
 VeltoSettingsStore::VeltoSettingsStore(service::APIClient &api, QObject *parent)
     : FeatureStore(api, parent)
 {
@@ -21,11 +28,6 @@ VeltoSettingsStore::VeltoSettingsStore(service::APIClient &api, QObject *parent)
 }
 
 VeltoSettingsStore::~VeltoSettingsStore() = default;
-
-VeltoSettingsStore::Source VeltoSettingsStore::settingsSource()
-{
-    return get(QStringLiteral("/v1/settings"), m_settings, &VeltoSettingsStore::settingsChanged);
-}
 
 VeltoSettingsStore::Source VeltoSettingsStore::skillsSource()
 {
@@ -41,7 +43,7 @@ QCoro::Task<void> VeltoSettingsStore::loadAgent()
 {
     return load(get(QStringLiteral("/v1/agent/config"), m_agentConfig,
                     &VeltoSettingsStore::agentConfigChanged),
-                settingsSource());
+                get(settingsPath, m_settings, &VeltoSettingsStore::settingsChanged));
 }
 
 QCoro::Task<void> VeltoSettingsStore::loadLibrary()
@@ -117,43 +119,36 @@ QCoro::Task<bool> VeltoSettingsStore::deleteSubagent(QString id)
 QCoro::Task<bool> VeltoSettingsStore::saveModel(QString id, Engine engine,
                                                 std::optional<QString> slug)
 {
-    return change([=, this] {
-        assign(m_savedNotice, {}, &VeltoSettingsStore::savedNoticeChanged);
-        return sendModel(id, engine, slug);
-    });
+    assign(m_savedNotice, {}, &VeltoSettingsStore::savedNoticeChanged);
+    return change([=, this] { return inTurn(stepsToSave(id, engine, slug)); });
 }
 
-VeltoSettingsStore::Reply<void> VeltoSettingsStore::sendModel(QString id, Engine engine,
-                                                              std::optional<QString> slug)
+QList<VeltoSettingsStore::Work> VeltoSettingsStore::stepsToSave(QString id, Engine engine,
+                                                                std::optional<QString> slug)
 {
-    const QPointer<VeltoSettingsStore> self(this);
-    const QString claude = rawValue(Engine::Claude);
-    Source saved = settingsSource();
-    if (engine == Engine::Codex) {
-        saved.request = [this, id](const std::stop_token &) {
-            return api().saveSettings(rawValue(Engine::Codex), id);
-        };
-    } else {
-        if (m_settings && m_settings->provider.value_or(claude) != claude) {
-            const Source dropped{
-                [=, this](const std::stop_token &) { return api().saveSettings(claude, {}); },
-                nowhere<AppSettings>()};
-            const Result<void> switched = co_await fetch(dropped);
-            if (!switched)
-                co_return switched;
-        }
-        if (slug && self) {
-            const auto sent = co_await api().setAdminWorkspaceModel(*slug, id);
-            if (!sent)
-                co_return sent;
-        }
-    }
-    if (!self)
-        co_return Result<void>{};
-    const Result<void> done = co_await fetch(saved);
-    if (done && self)
+    const Keep keep = decoded<AppSettings>([this](AppSettings saved) {
+        assign(m_settings, std::move(saved), &VeltoSettingsStore::settingsChanged);
         assign(m_savedNotice, tr("Saved"), &VeltoSettingsStore::savedNoticeChanged);
-    co_return done;
+    });
+    if (engine == Engine::Codex)
+        return {putSettings(engine, id, keep)};
+    QList<Work> steps;
+    const QString claude = rawValue(engine);
+    if (m_settings && m_settings->provider.value_or(claude) != claude)
+        steps.append(putSettings(engine, {}, nowhere<AppSettings>()));
+    if (slug)
+        steps.append([=, this] { return api().setAdminWorkspaceModel(*slug, id); });
+    steps.append([=, this] { return fetch(get(settingsPath, keep)); });
+    return steps;
+}
+
+VeltoSettingsStore::Work
+VeltoSettingsStore::putSettings(Engine engine, std::optional<QString> codexModel, Keep keep)
+{
+    const auto put = [=, this](const std::stop_token &) {
+        return api().saveSettings(rawValue(engine), codexModel);
+    };
+    return [=, this] { return fetch({put, keep}); };
 }
 
 void VeltoSettingsStore::startSaveModel(const QString &selectionKey, const QString &slug)

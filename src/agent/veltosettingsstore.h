@@ -89,11 +89,13 @@ signals:
     void savedNoticeChanged();
 
 private:
-    [[nodiscard]] Source settingsSource();
     [[nodiscard]] Source skillsSource();
     [[nodiscard]] Source subagentsSource();
     Reply<void> askEachProvider();
-    Reply<void> sendModel(QString id, ModelOption::Engine engine, std::optional<QString> slug);
+    [[nodiscard]] QList<Work> stepsToSave(QString id, ModelOption::Engine engine,
+                                          std::optional<QString> slug);
+    [[nodiscard]] Work putSettings(ModelOption::Engine engine, std::optional<QString> codexModel,
+                                   Keep keep);
     void setIntegrations(Integrations integrations);
 
     base::Optional<AgentConfig> m_agentConfig;

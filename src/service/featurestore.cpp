@@ -78,7 +78,8 @@ QCoro::Task<bool> FeatureStore::change(Work work)
 
 QCoro::Task<bool> FeatureStore::change(Work send, Source touched)
 {
-    return change([this, send, touched] { return sendThenFetch(send, touched); });
+    const Work fetchAgain = [this, touched] { return fetch(touched); };
+    return change([=, this] { return inTurn({send, fetchAgain}); });
 }
 
 FeatureStore::Reply<void> FeatureStore::fetch(Source source)
@@ -101,13 +102,15 @@ FeatureStore::Reply<void> FeatureStore::fetchBoth(Source first, Source second)
     co_return kept ? keepUnlessGone(self, answer, second.keep) : kept;
 }
 
-FeatureStore::Reply<void> FeatureStore::sendThenFetch(Work send, Source touched)
+FeatureStore::Reply<void> FeatureStore::inTurn(QList<Work> steps)
 {
     const QPointer<FeatureStore> self(this);
-    const Result<void> sent = co_await send();
-    if (!sent || !self)
-        co_return sent;
-    co_return co_await fetch(std::move(touched));
+    for (const Work &step : std::as_const(steps)) {
+        const Result<void> done = co_await step();
+        if (!done || !self)
+            co_return done;
+    }
+    co_return Result<void>{};
 }
 
 void FeatureStore::setLoading(bool loading)

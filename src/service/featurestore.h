@@ -7,6 +7,7 @@
 #include "service/apiclient.h"
 #include "service/recordlist.h"
 
+#include <QList>
 #include <QObject>
 
 #include <concepts>
@@ -123,6 +124,8 @@ protected:
     QCoro::Task<bool> change(Work send, Source touched);
 
     Reply<void> fetch(Source source);
+    /// Each step begins when the one before has succeeded, unless the store is gone by then.
+    Reply<void> inTurn(QList<Work> steps);
 
     /// Sets `field` and emits `changed`, unless that is its value already.
     template<typename Store, typename T>
@@ -141,7 +144,6 @@ protected:
 
 private:
     Reply<void> fetchBoth(Source first, Source second);
-    Reply<void> sendThenFetch(Work send, Source touched);
 
     [[nodiscard]] QString loadErrorText() const { return m_loadError.value_or(QString()); }
     [[nodiscard]] QString actionErrorText() const { return m_actionError.value_or(QString()); }

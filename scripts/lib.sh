@@ -37,12 +37,12 @@ configure_and_build() {
     fi
     local options=(-Wno-dev)
     # CI has thirty minutes. Nobody debugs what it builds, so that line numbers are enough; and what
-    # takes longest to compile, the local service and the tests of the stores, goes through the
-    # sanitizers when somebody runs them by hand.
+    # takes longest to compile, the local service, goes through the sanitizers when somebody runs
+    # them by hand.
     if [[ -n ${CI:-} ]]; then
         case $preset in
             dev) options+=(-DCMAKE_CXX_FLAGS_DEBUG=-g1) ;;
-            asan) options+=(-DVELTO_BUILD_LOCAL=OFF -DVELTO_TEST_STORES=OFF) ;;
+            asan) options+=(-DVELTO_BUILD_LOCAL=OFF) ;;
         esac
     fi
     (

@@ -55,6 +55,18 @@ protected:
                 });
     }
 
+    void serveMarketplace()
+    {
+        service.serve("/v1/marketplace/catalog", [](int n) {
+            return R"({"entries":[{"id":")" + QByteArray::number(n) +
+                   R"(","version":"1","name":"n","tagline":"t","whatItDoes":"w"}]})";
+        });
+        const auto nothing = [](int) { return QByteArray("{}"); };
+        for (const QByteArray path : {"/v1/marketplace/install", "/v1/marketplace/installed/a",
+                                      "/v1/marketplace/installed/b"})
+            service.serve(path, nothing);
+    }
+
     UnreliableService service{server, static_cast<unsigned>(GetParam())};
 };
 
@@ -98,14 +110,7 @@ TEST_P(AgentInterleaving, TheSettingsOnlyShowWhatTheServiceHasSent)
 
 TEST_P(AgentInterleaving, TheMarketplaceOnlyShowsWhatTheServiceHasSent)
 {
-    service.serve("/v1/marketplace/catalog", [](int n) {
-        return R"({"entries":[{"id":")" + QByteArray::number(n) +
-               R"(","version":"1","name":"n","tagline":"t","whatItDoes":"w"}]})";
-    });
-    const auto nothing = [](int) { return QByteArray("{}"); };
-    for (const QByteArray path :
-         {"/v1/marketplace/install", "/v1/marketplace/installed/a", "/v1/marketplace/installed/b"})
-        service.serve(path, nothing);
+    serveMarketplace();
     MarketplaceStore store(api);
     Interleaving run(service, {{"/v1/marketplace/catalog",
                                 [&] { return firstNumber(store.items(), &MarketplaceItem::id); }}});
@@ -119,23 +124,31 @@ TEST_P(AgentInterleaving, TheMarketplaceOnlyShowsWhatTheServiceHasSent)
     EXPECT_TRUE(store.busy().isEmpty());
 }
 
-TEST_P(AgentInterleaving, AStoreMayGoAtAnyMoment)
+TEST_P(AgentInterleaving, TheSettingsMayGoAtAnyMoment)
 {
     serveSettings();
     auto store = std::make_unique<VeltoSettingsStore>(api);
     Interleaving run(service, {});
-    run.start(store->loadAgent());
-    run.start(store->loadIntegrations());
-    run.start(store->loadLibrary());
-    run.start(
-        store->saveModel(QStringLiteral("a"), ModelOption::Engine::Claude, QStringLiteral("w")));
-    run.start(store->deleteSkill(QStringLiteral("a")));
-    for (int turns = service.pick(30); turns > 0; --turns) {
-        service.answerOne();
-        QCoreApplication::processEvents();
-    }
-    store.reset();
-    EXPECT_TRUE(run.finish());
+    const QString a = QStringLiteral("a");
+    run.abandon(
+        {[&] { run.start(store->loadAgent()); }, [&] { run.start(store->loadIntegrations()); },
+         [&] { run.start(store->loadLibrary()); }, [&] { run.start(store->loadTools()); },
+         [&] { run.start(store->disconnectIntegration(IntegrationProvider::X)); },
+         [&] { run.start(store->saveModel(a, ModelOption::Engine::Claude, QStringLiteral("w"))); },
+         [&] { run.start(store->deleteSkill(a)); },
+         [&] { run.start(store->setSubagentEnabled(a, true)); }},
+        [&] { store.reset(); });
+}
+
+TEST_P(AgentInterleaving, TheMarketplaceMayGoAtAnyMoment)
+{
+    serveMarketplace();
+    auto store = std::make_unique<MarketplaceStore>(api);
+    Interleaving run(service, {});
+    run.abandon({[&] { run.start(store->load()); },
+                 [&] { run.start(store->install(QStringLiteral("a"))); },
+                 [&] { run.start(store->uninstall(QStringLiteral("b"))); }},
+                [&] { store.reset(); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, AgentInterleaving, testing::Range(0, 15));

@@ -210,14 +210,15 @@ TEST_F(MarketplaceStoreTest, ResetForgetsAllButTheRunningLoad)
     EXPECT_FALSE(await(store.install(text("a"))));
     server.on("/v1/marketplace/catalog", answer(500));
     await(store.load());
+    store.reset();
+    EXPECT_EQ(store.items()->records(), std::nullopt);
+    EXPECT_EQ(store.loadError(), std::nullopt);
+    EXPECT_EQ(store.actionError(), std::nullopt);
     const auto loads = hold("/v1/marketplace/catalog");
     const auto installs = hold("/v1/marketplace/install");
     store.startInstall(text("a"));
     store.startLoad();
     store.reset();
-    EXPECT_EQ(store.items()->records(), std::nullopt);
-    EXPECT_EQ(store.loadError(), std::nullopt);
-    EXPECT_EQ(store.actionError(), std::nullopt);
     EXPECT_TRUE(store.busy().isEmpty());
     EXPECT_TRUE(store.isLoading());
     ASSERT_TRUE(waitUntil([&] { return loads->size() == 1; }));

@@ -560,8 +560,6 @@ TEST_F(VeltoSettingsStoreTest, ResetForgetsAllButTheRunningLoad)
     EXPECT_FALSE(await(store.deleteSkill(text("x"))));
     server.on("/v1/velto/tools", answer(500));
     await(store.loadTools());
-    const auto waiting = hold("/v1/velto/tools");
-    store.startLoadTools();
     store.reset();
     EXPECT_EQ(store.agentConfig(), std::nullopt);
     EXPECT_EQ(store.settings(), std::nullopt);
@@ -573,6 +571,9 @@ TEST_F(VeltoSettingsStoreTest, ResetForgetsAllButTheRunningLoad)
     EXPECT_EQ(store.loadError(), std::nullopt);
     EXPECT_EQ(store.actionError(), std::nullopt);
     EXPECT_EQ(store.savedNotice(), std::nullopt);
+    const auto waiting = hold("/v1/velto/tools");
+    store.startLoadTools();
+    store.reset();
     EXPECT_TRUE(store.isLoading());
     ASSERT_TRUE(waitUntil([&] { return waiting->size() == 1; }));
     waiting->first().respond(500);
@@ -604,25 +605,39 @@ TEST_F(VeltoSettingsStoreTest, AnExpiredSessionShowsAsTheErrorOfTheLoad)
 TEST_F(VeltoSettingsStoreTest, MayGoWhileItWaits)
 {
     auto doomed = std::make_unique<VeltoSettingsStore>(api);
-    const auto held = [&](const QByteArray &path) { return hold(path); };
-    const auto configs = held("/v1/agent/config");
-    const auto settings = held("/v1/settings");
-    const auto google = held(statusPath(IntegrationProvider::Google));
-    const auto workspace = held("/v1/admin/workspaces/acme");
+    const auto configs = hold("/v1/agent/config");
+    const auto settings = hold("/v1/settings");
+    const auto google = hold(statusPath(IntegrationProvider::Google));
+    const auto workspace = hold("/v1/admin/workspaces/acme");
+    const auto skill = hold("/v1/settings/skills/a");
+    const auto slack = hold(statusPath(IntegrationProvider::Slack));
+    const auto tools = hold("/v1/velto/tools");
     QCoro::Task<void> agent = doomed->loadAgent();
     QCoro::Task<void> integrations = doomed->loadIntegrations();
+    QCoro::Task<void> loadingTools = doomed->loadTools();
     QCoro::Task<bool> saving = doomed->saveModel(text("new"), Engine::Claude, text("acme"));
+    QCoro::Task<bool> deleting = doomed->deleteSkill(text("a"));
+    QCoro::Task<bool> disconnecting = doomed->disconnectIntegration(IntegrationProvider::Slack);
     ASSERT_TRUE(waitUntil([&] {
-        return configs->size() + settings->size() + google->size() + workspace->size() == 4;
+        return configs->size() + settings->size() + google->size() + workspace->size() +
+                   skill->size() + slack->size() + tools->size() ==
+               7;
     }));
     doomed.reset();
     configs->first().respond(500);
     google->first().respond(200, R"({"connected":true})");
+    tools->first().respond(200, R"({"groups":[]})");
     workspace->first().respond(204);
+    skill->first().respond(204);
+    slack->first().respond(204);
     await(std::move(agent));
     await(std::move(integrations));
+    await(std::move(loadingTools));
     EXPECT_TRUE(await(std::move(saving)));
-    EXPECT_EQ(server.count("/v1/settings"), 1);
+    EXPECT_TRUE(await(std::move(deleting)));
+    EXPECT_TRUE(await(std::move(disconnecting)));
+    // What else they would have asked for is nobody's business any more.
+    EXPECT_EQ(server.requests().size(), 7);
 }
 
 } // namespace

@@ -80,6 +80,19 @@ void Interleaving::run(int steps, const QList<std::function<void()>> &operations
     check(false);
 }
 
+void Interleaving::abandon(const QList<std::function<void()>> &operations,
+                           const std::function<void()> &destroy)
+{
+    for (const std::function<void()> &start : operations)
+        start();
+    for (int turns = m_service.pick(30); turns > 0; --turns) {
+        m_service.answerOne();
+        QCoreApplication::processEvents();
+    }
+    destroy();
+    EXPECT_TRUE(finish());
+}
+
 bool Interleaving::finish()
 {
     return waitUntil([this] {

@@ -83,6 +83,11 @@ public:
     void run(int steps, const QList<std::function<void()>> &operations,
              const std::function<void()> &reset, const std::function<bool()> &isLoading);
 
+    /// Starts all `operations`, lets some of them be answered, destroys their store, and answers
+    /// the rest.
+    void abandon(const QList<std::function<void()>> &operations,
+                 const std::function<void()> &destroy);
+
     /// Answers until every operation has come to its end.
     [[nodiscard]] bool finish();
 

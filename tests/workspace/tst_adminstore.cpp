@@ -201,14 +201,15 @@ TEST_F(AdminStoreTest, ResetForgetsAllButTheRunningLoad)
     EXPECT_FALSE(await(store.deleteCatalogEntry(text("x"))));
     server.on("/v1/admin/users", answer(500));
     await(store.loadUsers());
-    const auto waiting = hold("/v1/admin/users");
-    store.startLoadUsers();
     store.reset();
     for (const Load &load : loads)
         EXPECT_FALSE(load.isLoaded());
     EXPECT_EQ(store.workspaceDetail(), std::nullopt);
     EXPECT_EQ(store.loadError(), std::nullopt);
     EXPECT_EQ(store.actionError(), std::nullopt);
+    const auto waiting = hold("/v1/admin/users");
+    store.startLoadUsers();
+    store.reset();
     EXPECT_TRUE(store.isLoading());
 }
 

@@ -46,17 +46,61 @@ QByteArray overviewOf(int n)
 class WorkspaceInterleaving : public test::StoreTest, public testing::WithParamInterface<int>
 {
 protected:
+    void serveProfile()
+    {
+        service.serve("/v1/me/profile", [](int n) {
+            return R"({"memberships":[],"currentWorkspace":{"id":")" + num(n) +
+                   R"(","slug":"s","name":"n"},"integrations":{"googleConnected":true}})";
+        });
+        service.serve("/v1/admin/overview", overviewOf);
+    }
+    void serveWorkspace()
+    {
+        service.serve("/v1/workspaces/s", [](int n) {
+            return R"({"workspace":{"id":")" + num(n) +
+                   R"(","slug":"s","name":"n"},"membership":{"workspaceId":"w","userId":"u",)"
+                   R"("role":"r"},"memberCount":1})";
+        });
+        service.serve("/v1/workspaces/s/members", [](int n) {
+            return R"({"members":[{"userId":")" + num(n) +
+                   R"(","displayName":"d","email":"e","role":"r"}]})";
+        });
+        // The same path takes a new invite.
+        service.serve("/v1/workspaces/s/invites", [](int n) {
+            return R"({"invited":[],"failed":[],"invites":[{"id":")" + num(n) +
+                   R"(","email":"e","role":"r"}]})";
+        });
+        service.serve("/v1/workspaces/s/audit", [](int n) {
+            return R"({"entries":[{"id":)" + num(n) + R"(,"action":"a"}]})";
+        });
+    }
+    void serveAdministration()
+    {
+        service.serve("/v1/admin/overview", overviewOf);
+        service.serve("/v1/admin/users", [](int n) {
+            return R"({"users":[{"id":")" + num(n) + R"(","email":"e","workspaceCount":1}]})";
+        });
+        service.serve("/v1/admin/workspaces", [](int n) {
+            return R"({"workspaces":[{"id":")" + num(n) +
+                   R"(","slug":"s","name":"n","memberCount":1}]})";
+        });
+        service.serve("/v1/admin/workspaces/s", [](int n) {
+            return R"({"workspace":{"id":")" + num(n) + R"(","slug":"s","name":"n"},"members":[]})";
+        });
+        service.serve("/v1/admin/catalog", [](int n) {
+            return R"({"entries":[{"id":")" + num(n) +
+                   R"(","version":"1","name":"n","tagline":"t","whatItDoes":"w"}]})";
+        });
+        service.serve("/v1/admin/catalog/s", [](int) { return QByteArray("{}"); });
+    }
+
     const QString s = QStringLiteral("s");
     UnreliableService service{server, static_cast<unsigned>(GetParam())};
 };
 
 TEST_P(WorkspaceInterleaving, TheProfileOnlyShowsWhatTheServiceHasSent)
 {
-    service.serve("/v1/me/profile", [](int n) {
-        return R"({"memberships":[],"currentWorkspace":{"id":")" + num(n) +
-               R"(","slug":"s","name":"n"},"integrations":{"googleConnected":true}})";
-    });
-    service.serve("/v1/admin/overview", overviewOf);
+    serveProfile();
     ProfileStore store(api);
     int announced = 0;
     QObject::connect(&store, &ProfileStore::isSuperAdminChanged, &store, [&] { ++announced; });
@@ -73,22 +117,7 @@ TEST_P(WorkspaceInterleaving, TheProfileOnlyShowsWhatTheServiceHasSent)
 
 TEST_P(WorkspaceInterleaving, TheWorkspaceOnlyShowsWhatTheServiceHasSent)
 {
-    service.serve("/v1/workspaces/s", [](int n) {
-        return R"({"workspace":{"id":")" + num(n) +
-               R"(","slug":"s","name":"n"},"membership":{"workspaceId":"w","userId":"u",)"
-               R"("role":"r"},"memberCount":1})";
-    });
-    service.serve("/v1/workspaces/s/members", [](int n) {
-        return R"({"members":[{"userId":")" + num(n) +
-               R"(","displayName":"d","email":"e","role":"r"}]})";
-    });
-    // The same path takes a new invite.
-    service.serve("/v1/workspaces/s/invites", [](int n) {
-        return R"({"invited":[],"failed":[],"invites":[{"id":")" + num(n) +
-               R"(","email":"e","role":"r"}]})";
-    });
-    service.serve("/v1/workspaces/s/audit",
-                  [](int n) { return R"({"entries":[{"id":)" + num(n) + R"(,"action":"a"}]})"; });
+    serveWorkspace();
     WorkspaceStore store(api);
     const auto detail = [&] {
         return of(store.detail(),
@@ -116,22 +145,7 @@ TEST_P(WorkspaceInterleaving, TheWorkspaceOnlyShowsWhatTheServiceHasSent)
 
 TEST_P(WorkspaceInterleaving, TheAdministrationOnlyShowsWhatTheServiceHasSent)
 {
-    service.serve("/v1/admin/overview", overviewOf);
-    service.serve("/v1/admin/users", [](int n) {
-        return R"({"users":[{"id":")" + num(n) + R"(","email":"e","workspaceCount":1}]})";
-    });
-    service.serve("/v1/admin/workspaces", [](int n) {
-        return R"({"workspaces":[{"id":")" + num(n) +
-               R"(","slug":"s","name":"n","memberCount":1}]})";
-    });
-    service.serve("/v1/admin/workspaces/s", [](int n) {
-        return R"({"workspace":{"id":")" + num(n) + R"(","slug":"s","name":"n"},"members":[]})";
-    });
-    service.serve("/v1/admin/catalog", [](int n) {
-        return R"({"entries":[{"id":")" + num(n) +
-               R"(","version":"1","name":"n","tagline":"t","whatItDoes":"w"}]})";
-    });
-    service.serve("/v1/admin/catalog/s", [](int) { return QByteArray("{}"); });
+    serveAdministration();
     AdminStore store(api);
     const auto overview = [&] {
         return of(store.overview(),
@@ -154,6 +168,37 @@ TEST_P(WorkspaceInterleaving, TheAdministrationOnlyShowsWhatTheServiceHasSent)
          [&] { run.start(store.loadWorkspaceDetail(s)); },
          [&] { run.start(store.deleteCatalogEntry(s)); }},
         [&] { store.reset(); }, [&] { return store.isLoading(); });
+}
+
+TEST_P(WorkspaceInterleaving, TheProfileMayGoAtAnyMoment)
+{
+    serveProfile();
+    auto store = std::make_unique<ProfileStore>(api);
+    Interleaving run(service, {});
+    run.abandon({[&] { run.start(store->load()); }, [&] { run.start(store->load()); }},
+                [&] { store.reset(); });
+}
+
+TEST_P(WorkspaceInterleaving, TheWorkspaceMayGoAtAnyMoment)
+{
+    serveWorkspace();
+    auto store = std::make_unique<WorkspaceStore>(api);
+    Interleaving run(service, {});
+    run.abandon({[&] { run.start(store->loadDetail(s)); },
+                 [&] { run.start(store->loadMembers(s)); }, [&] { run.start(store->loadAudit(s)); },
+                 [&] { run.start(store->createInvite(s, s, s)); }},
+                [&] { store.reset(); });
+}
+
+TEST_P(WorkspaceInterleaving, TheAdministrationMayGoAtAnyMoment)
+{
+    serveAdministration();
+    auto store = std::make_unique<AdminStore>(api);
+    Interleaving run(service, {});
+    run.abandon({[&] { run.start(store->loadOverview()); }, [&] { run.start(store->loadUsers()); },
+                 [&] { run.start(store->loadWorkspaceDetail(s)); },
+                 [&] { run.start(store->deleteCatalogEntry(s)); }},
+                [&] { store.reset(); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, WorkspaceInterleaving, testing::Range(0, 15));

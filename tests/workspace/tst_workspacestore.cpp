@@ -220,8 +220,6 @@ TEST_F(WorkspaceStoreTest, ResetForgetsAllButTheRunningLoad)
     await(store.loadAudit(text("s")));
     store.setActionError(text("x"));
     await(store.loadDetail(text("other")));
-    const auto waiting = hold("/v1/workspaces/s");
-    store.startLoadDetail(text("s"));
     store.reset();
     EXPECT_EQ(store.detail(), std::nullopt);
     EXPECT_FALSE(store.members()->isLoaded());
@@ -229,6 +227,9 @@ TEST_F(WorkspaceStoreTest, ResetForgetsAllButTheRunningLoad)
     EXPECT_FALSE(store.audit()->isLoaded());
     EXPECT_EQ(store.loadError(), std::nullopt);
     EXPECT_EQ(store.actionError(), std::nullopt);
+    const auto waiting = hold("/v1/workspaces/s");
+    store.startLoadDetail(text("s"));
+    store.reset();
     EXPECT_TRUE(store.isLoading());
 }
 

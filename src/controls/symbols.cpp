@@ -60,6 +60,7 @@ constexpr std::array table{
     Entry{u"square.and.pencil", 0xe3c9},
     Entry{u"square.fill", 0xe047},
     Entry{u"stop.fill", 0xe047},
+    Entry{u"video.slash", 0xe04c},
     Entry{u"wrench", 0xe869},
     Entry{u"xmark", 0xe5cd},
     Entry{u"xmark.circle.fill", 0xe5c9},

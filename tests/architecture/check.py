@@ -26,7 +26,9 @@ ARROWS = {
     "markdown": ["markdown/model", "markdown/images", "controls"],
     "presentation/code": [],
     "presentation/media": ["service", "markdown/images"],
-    "presentation": ["presentation/code", "presentation/media", "chat", "markdown", "controls"],
+    "presentation/video": ["controls"],
+    "presentation": ["presentation/code", "presentation/media", "presentation/video", "chat",
+                     "markdown", "controls"],
     "agent/screens": ["chat", "markdown", "controls"],
     "workspace/screens": ["chat", "markdown", "controls"],
     "shell": ["presentation", "agent/screens", "workspace/screens"],
@@ -34,7 +36,8 @@ ARROWS = {
     "local": ["base"],
 }
 # Targets that are not named after the folder of their room.
-TARGETS = {"highlighter": "presentation/code", "media": "presentation/media"}
+TARGETS = {"highlighter": "presentation/code", "media": "presentation/media",
+           "video": "presentation/video"}
 # These link without Qt Quick, so that they can be tested and measured without a window.
 WINDOWLESS = ["base", "platform", "service", "auth", "agent", "workspace", "chat",
               "markdown/model", "markdown/images", "presentation/code", "presentation/media",
@@ -44,6 +47,7 @@ OWNED_HEADERS = {
     r"curl/": ["service"],
     r"libsecret/": ["platform"],
     r"cmark-gfm": ["markdown/model"],
+    r"mpv/": ["presentation/video"],
     # QML asks for one; what it gets refuses every request.
     r"QNetworkAccessManager|QNetworkRequest|QNetworkReply": ["shell", "app"],
 }

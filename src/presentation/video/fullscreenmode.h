@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QQuickWindow>
+#include <QtQml/qqmlregistration.h>
+
+namespace velto::presentation
+{
+
+/// Lets a window fill the screen for a while, and puts it back as it was. Going away does so too,
+/// and a window that leaves full screen by other means ends it.
+class FullScreenMode : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QQuickWindow *window READ window WRITE setWindow NOTIFY windowChanged FINAL)
+    Q_PROPERTY(bool isOn READ isOn WRITE setOn NOTIFY isOnChanged FINAL)
+
+public:
+    using QObject::QObject;
+    ~FullScreenMode() override;
+
+    [[nodiscard]] QQuickWindow *window() const { return m_window; }
+    void setWindow(QQuickWindow *window);
+    [[nodiscard]] bool isOn() const { return m_isOn; }
+    /// Nothing happens without a window.
+    void setOn(bool isOn);
+    Q_INVOKABLE void toggle() { setOn(!m_isOn); }
+
+signals:
+    void windowChanged();
+    void isOnChanged();
+
+private:
+    void followWindow(QWindow::Visibility visibility);
+
+    QPointer<QQuickWindow> m_window;
+    bool m_isOn = false;
+    bool m_hasArrived = false; ///< The window has said that it fills the screen.
+    QWindow::Visibility m_former = QWindow::Windowed;
+};
+
+} // namespace velto::presentation

@@ -49,6 +49,7 @@ TEST_F(ProfileStoreTest, StartsWithNothing)
     EXPECT_EQ(store.isSuperAdmin(), std::nullopt);
     EXPECT_EQ(store.loadError(), std::nullopt);
     EXPECT_FALSE(store.isLoading());
+    EXPECT_TRUE(server.requests().isEmpty());
 }
 
 TEST_F(ProfileStoreTest, LoadsTheProfileAndThenProbes)

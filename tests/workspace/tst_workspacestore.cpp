@@ -66,6 +66,7 @@ TEST_F(WorkspaceStoreTest, StartsWithNothing)
     EXPECT_FALSE(store.invites()->isLoaded());
     EXPECT_FALSE(store.audit()->isLoaded());
     EXPECT_FALSE(store.isLoading());
+    EXPECT_TRUE(server.requests().isEmpty());
 }
 
 TEST_F(WorkspaceStoreTest, LoadsTheRecordByAnEncodedPath)
@@ -121,6 +122,31 @@ TEST_F(WorkspaceStoreTest, LoadsMembersAndInvitesAtOnce)
     ASSERT_TRUE(waitUntil([&] { return !store.isLoading(); }));
     EXPECT_EQ(member(), text("m"));
     EXPECT_EQ(invite(), text("i"));
+}
+
+TEST_F(WorkspaceStoreTest, LowersTheFlagWithTheFirstLoadThatEnds)
+{
+    const auto details = hold("/v1/workspaces/s");
+    server.on("/v1/workspaces/s/audit", answer(200, R"({"entries":[]})"));
+    store.startLoadDetail(text("s"));
+    ASSERT_TRUE(waitUntil([&] { return details->size() == 1; }));
+    await(store.loadAudit(text("s")));
+    EXPECT_FALSE(store.isLoading());
+    details->first().respond(200, detailOf("Acme"));
+    ASSERT_TRUE(waitUntil([&] { return store.detail().has_value(); }));
+    EXPECT_FALSE(store.isLoading());
+}
+
+TEST_F(WorkspaceStoreTest, ReplacesTheListsOfAnEarlierWorkspace)
+{
+    loadMembers("m", "i");
+    server.on("/v1/workspaces/other/members", answer(200, membersOf("m2")));
+    server.on("/v1/workspaces/other/invites", answer(200, R"({"invites":[]})"));
+    await(store.loadMembers(text("other")));
+    EXPECT_EQ(store.members()->count(), 1);
+    EXPECT_EQ(member(), text("m2"));
+    EXPECT_TRUE(store.invites()->isLoaded());
+    EXPECT_EQ(store.invites()->count(), 0);
 }
 
 TEST_F(WorkspaceStoreTest, ShowsTheMembersToWhoMayNotSeeTheInvites)

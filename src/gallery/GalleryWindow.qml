@@ -56,6 +56,8 @@ Window {
     Flickable {
         id: scroll
 
+        property real start: root.replay.scrollTo
+
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
@@ -66,12 +68,15 @@ Window {
         contentWidth: width
         pixelAligned: true
 
-        // Follows a text that grows.
+        // Follows a text that grows; begins where it is told, as far as there is text.
         onContentHeightChanged: {
-            if (root.replay.running)
+            if (root.replay.running) {
                 contentY = Math.max(0, contentHeight - height);
+            } else if (start > 0) {
+                contentY = Math.max(0, Math.min(start, contentHeight - height));
+            }
         }
-        Component.onCompleted: contentY = root.replay.scrollTo
+        onMovementStarted: start = 0
 
         MarkdownText {
             id: view

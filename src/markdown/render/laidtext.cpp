@@ -3,6 +3,8 @@
 
 #include "markdown/render/laidtext.h"
 
+#include "markdown/render/emoji.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
 #include <QTextBlock>
@@ -63,10 +65,41 @@ qsizetype commonPrefix(const QString &a, const QString &b)
 {
     const auto pair = std::mismatch(a.cbegin(), a.cend(), b.cbegin(), b.cend());
     qsizetype length = pair.first - a.cbegin();
-    // Half a surrogate pair is no character.
-    if (length > 0 && a.at(length - 1).isHighSurrogate())
+    // Half a surrogate pair is no character, and an emoji is set as a whole.
+    const auto isWithinCharacter = [&b](qsizetype at) {
+        return b.at(at - 1).isHighSurrogate() || joinsToEmoji(b, at - 1) ||
+               (at < b.size() && joinsToEmoji(b, at));
+    };
+    while (length > 0 && isWithinCharacter(length))
         --length;
     return length;
+}
+
+/// Fonts of text have some emoji as well, in black, and others higher than their letters are. The
+/// shaper would take either, and give all of the paragraph the height.
+QFont emojiFont(QFont font)
+{
+    QStringList families{QStringLiteral("Noto Color Emoji")};
+    families += font.families().isEmpty() ? QStringList{font.family()} : font.families();
+    font.setFamilies(families);
+    font.setWeight(QFont::Normal);
+    font.setItalic(false);
+    return font;
+}
+
+/// Calls `visit` with each stretch of text and the font that it is set in.
+template<typename Visitor>
+void forEachStretch(const QString &text, const QFont &font, Visitor visit)
+{
+    qsizetype at = 0;
+    while (at < text.size()) {
+        const qsizetype emoji = nextEmoji(text, at);
+        if (emoji > at)
+            visit(text.mid(at, emoji - at), font);
+        at = emojiEnd(text, emoji);
+        if (at > emoji)
+            visit(text.mid(emoji, at - emoji), emojiFont(font));
+    }
 }
 
 LineMetrics measuredLine(const TextAttributes &attributes, qreal lineHeight)
@@ -175,7 +208,10 @@ void LaidText::insert(QTextCursor &cursor, const TextRun &run, qsizetype index, 
     if (run.attributes.fontProperties.digitVariant == FontProperties::DigitVariant::Monospaced)
         insertTabularDigits(cursor, text, format);
     else
-        cursor.insertText(text, format);
+        forEachStretch(text, font, [&](const QString &stretch, const QFont &stretchFont) {
+            format.setFont(stretchFont);
+            cursor.insertText(stretch, format);
+        });
 }
 
 void LaidText::setWidth(qreal width)
@@ -277,12 +313,15 @@ qreal LaidText::measuredWidth(const AttributedString &text)
     qreal widest = 0;
     qreal line = 0;
     for (const TextRun &run : text.runs()) {
-        const QFontMetricsF metrics(fontOf(run.attributes));
+        const QFont font = fontOf(run.attributes);
         const QList<QStringView> pieces = QStringView(run.text).split(QLatin1Char('\n'));
         for (qsizetype at = 0; at < pieces.size(); ++at) {
             if (at > 0)
                 line = 0;
-            line += metrics.horizontalAdvance(pieces[at].toString());
+            forEachStretch(pieces[at].toString(), font,
+                           [&line](const QString &text, const QFont &of) {
+                               line += QFontMetricsF(of).horizontalAdvance(text);
+                           });
             widest = std::max(widest, line);
         }
     }

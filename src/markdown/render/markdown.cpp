@@ -296,6 +296,7 @@ void Markdown::updatePolish()
     QElapsedTimer clock;
     clock.start();
     const bool grows = m_taken != m_text.size() || m_isAnew;
+    m_anchor = findAnchor();
     if (grows && !m_pause.isActive())
         takeOver();
     layOutAll();
@@ -335,7 +336,6 @@ QList<BlockNode> Markdown::shown(const QList<BlockNode> &blocks, qsizetype first
 void Markdown::layOutAll()
 {
     const QRectF visible = visiblePart();
-    m_anchor = findAnchor(visible);
     for (int round = 0; round < mostRounds; ++round) {
         m_root.layOut(width());
         setImplicitHeight(m_root.size().height());
@@ -348,10 +348,20 @@ void Markdown::layOutAll()
         m_measuring.start(measuringPause, this);
 }
 
-Markdown::Anchor Markdown::findAnchor(const QRectF &visible)
+/// What scrolls this. Not always the viewport, which is what clips this.
+QQuickItem *Markdown::scroller() const
 {
-    const qreal top = visible.top() + readyMargin;
-    if (top <= 0 || !m_root.isValid() || m_root.item() == nullptr)
+    QQuickItem *item = parentItem();
+    while (item != nullptr && item->metaObject()->indexOfProperty("contentY") < 0)
+        item = item->parentItem();
+    return item;
+}
+
+Markdown::Anchor Markdown::findAnchor()
+{
+    const QQuickItem *scroller = this->scroller();
+    const qreal top = scroller != nullptr ? scroller->mapToItem(this, QPointF()).y() : 0;
+    if (top <= 0 || !m_root.isPlaced() || m_root.item() == nullptr)
         return {};
     TextBox *text = m_root.textNear({0, top});
     return {text, text != nullptr ? text->toOutermost({}).y() : 0};
@@ -362,10 +372,9 @@ void Markdown::keepPlace(const Anchor &anchor)
     if (anchor.text == nullptr)
         return;
     const qreal moved = anchor.text->toOutermost({}).y() - anchor.y;
-    QQuickItem *viewport = viewportItem();
-    const QVariant contentY = viewport != nullptr ? viewport->property("contentY") : QVariant();
-    if (moved != 0 && contentY.isValid())
-        viewport->setProperty("contentY", contentY.toReal() + moved);
+    QQuickItem *scroller = this->scroller();
+    if (moved != 0 && scroller != nullptr)
+        scroller->setProperty("contentY", scroller->property("contentY").toReal() + moved);
 }
 
 void Markdown::timerEvent(QTimerEvent *event)
@@ -450,19 +459,18 @@ void Markdown::open(const QUrl &link)
 
 void Markdown::reveal(const QQuickItem &item, const QRectF &part)
 {
-    QQuickItem *viewport = viewportItem();
-    const QVariant contentY = viewport != nullptr ? viewport->property("contentY") : QVariant();
-    if (!contentY.isValid())
+    QQuickItem *scroller = this->scroller();
+    if (scroller == nullptr)
         return;
     constexpr qreal air = 24;
-    const QRectF seen = item.mapRectToItem(viewport, part);
+    const QRectF seen = item.mapRectToItem(scroller, part);
     qreal by = 0;
-    if (seen.bottom() + air > viewport->height())
-        by = seen.bottom() + air - viewport->height();
+    if (seen.bottom() + air > scroller->height())
+        by = seen.bottom() + air - scroller->height();
     if (seen.top() - air - by < 0)
         by = seen.top() - air;
     if (by != 0)
-        viewport->setProperty("contentY", contentY.toReal() + by);
+        scroller->setProperty("contentY", scroller->property("contentY").toReal() + by);
 }
 
 } // namespace velto::markdown

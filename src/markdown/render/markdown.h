@@ -145,7 +145,8 @@ private:
     void takeOver();
     [[nodiscard]] QList<BlockNode> shown(const QList<BlockNode> &blocks, qsizetype firstChanged);
     void layOutAll();
-    [[nodiscard]] Anchor findAnchor(const QRectF &visible);
+    [[nodiscard]] QQuickItem *scroller() const;
+    [[nodiscard]] Anchor findAnchor();
     void keepPlace(const Anchor &anchor);
     void measureMore();
     QCoro::Task<void> loadInline(QPointer<Markdown> self,

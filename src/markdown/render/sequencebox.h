@@ -22,6 +22,8 @@ public:
     void insert(qsizetype at, std::unique_ptr<Box> box);
     void remove(qsizetype at, qsizetype count);
     [[nodiscard]] qsizetype count() const { return static_cast<qsizetype>(m_boxes.size()); }
+    /// Every box is where it was laid out last, though it may have changed since.
+    [[nodiscard]] bool isPlaced() const { return m_placed == count(); }
     [[nodiscard]] Box &at(qsizetype index) const
     {
         return *m_boxes[static_cast<std::size_t>(index)];

@@ -273,6 +273,58 @@ TEST_F(View, TellsItsText)
     EXPECT_EQ(root->childCount(), 0) << "decoration";
 }
 
+/// A document with pictures wherever one can be written, `%1` being the address.
+QString documentOfPictures(const QString &url)
+{
+    QString document;
+    for (const char *pattern :
+         {"![a](%1)", "text ![a](%1)", "# ![a](%1) head", "<img src=\"%1\">",
+          "<p><img src=\"%1\"></p>", "> ![a](%1)", "- ![a](%1)", "- [ ] ![a](%1) b",
+          "|![a](%1)|\n|-|\n|<img src='%1'>|", "~~~\n<img src=\"%1\">\n~~~", "[![a](%1)](%1)",
+          "![a](%1)\n![b](%1)", "[%1](%1)"})
+        document += QString::fromLatin1(pattern).arg(url) + QStringLiteral("\n\n");
+    return document;
+}
+
+int picturesBelow(const QQuickItem *item)
+{
+    const auto *picture = qobject_cast<const NetworkImage *>(item);
+    int count = picture != nullptr && picture->status() == NetworkImage::Status::Success ? 1 : 0;
+    for (const QQuickItem *child : item->childItems())
+        count += picturesBelow(child);
+    return count;
+}
+
+TEST_F(View, ADocumentOfPicturesAsksThroughTheLoaderAndNobodyElse)
+{
+    int asked = 0;
+    DefaultNetworkImageLoader loader(
+        [&asked, fetch = app::imageData(m_transport)](QUrl url, std::stop_token stop) {
+            ++asked;
+            return fetch(std::move(url), std::move(stop));
+        },
+        *m_cache, {});
+    NetworkImageLoaderKey::setLoader(m_engine, &loader);
+    answerWith(test::png({20, 20}));
+    QQmlComponent component(&m_engine);
+    component.setData("import QtQuick\nimport Velto.Markdown\nMarkdownText { width: 200 }", {});
+    m_object.reset(component.create());
+    auto *text = qobject_cast<QQuickItem *>(m_object.get());
+    ASSERT_NE(text, nullptr);
+    text->setParentItem(m_window.contentItem());
+    text->setProperty("text", documentOfPictures(m_server.url(m_path).toString()));
+    m_window.resize(200, 1500);
+    const auto hasPictures = [&] {
+        (void)m_window.grabWindow();
+        return picturesBelow(text) == 6;
+    };
+    ASSERT_TRUE(test::waitUntil(hasPictures));
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(m_server.requests().size(), 1);
+    EXPECT_EQ(m_server.connectionCount(), 1);
+    m_object.reset(); // before its loader
+}
+
 TEST_F(View, WithoutALoaderAsksNobody)
 {
     QQmlEngine bare;

@@ -16,6 +16,8 @@ namespace
 constexpr int SlowRate = 2;
 // A tool takes as long as this many deltas.
 constexpr int ToolDeltas = 12;
+// One of several at once takes longer, so that it can be looked at.
+constexpr int LongToolDeltas = 120;
 
 // Plays the steps of one answer. Every function gives back whether to go on.
 class Player final
@@ -62,14 +64,40 @@ private:
         return true;
     }
 
-    bool run(const ToolStep &step)
+    bool begin(const ToolStep &step, const std::string &id)
     {
-        const std::string id = "call_" + std::to_string(++m_calls);
-        if (!send(ToolStarted{id, step.name}) || !wait(1) || !send(ToolInput{id, step.input}) ||
-            !wait(ToolDeltas))
+        return send(ToolStarted{id, step.name}) && wait(1) && send(ToolInput{id, step.input});
+    }
+
+    bool end(const ToolStep &step, const std::string &id, int deltas)
+    {
+        if (!wait(deltas))
             return false;
         return step.error ? send(ToolFailed{id, *step.error}) : send(ToolOutput{id, step.output});
     }
+
+    bool run(const ToolStep &step)
+    {
+        const std::string id = nextCall();
+        return begin(step, id) && end(step, id, ToolDeltas);
+    }
+
+    bool run(const ToolsStep &step)
+    {
+        std::vector<std::string> ids;
+        for (const ToolStep &tool : step.tools) {
+            ids.push_back(nextCall());
+            if (!begin(tool, ids.back()))
+                return false;
+        }
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            if (!end(step.tools[i], ids[i], LongToolDeltas))
+                return false;
+        }
+        return true;
+    }
+
+    std::string nextCall() { return "call_" + std::to_string(++m_calls); }
 
     bool run(const ProgressStep &step) { return send(Progress{step.summary}); }
     bool run(const SuggestStep &step) { return send(Suggestion{step.prompt}); }

@@ -3,6 +3,7 @@
 
 #include "local/agent/script.h"
 
+#include "local/agent/showcase.h"
 #include "local/agent/texts.h"
 #include "local/text.h"
 
@@ -48,37 +49,87 @@ void append(Script &script, std::vector<Step> steps)
     std::move(steps.begin(), steps.end(), std::back_inserter(script.steps));
 }
 
-// True when the word was one of the agent's. A number that belongs to it is consumed.
-bool act(Script &script, const std::vector<std::string> &words, std::size_t &index)
+/// The words of a prompt, one after the other.
+struct Words
 {
-    const std::string &word = words[index];
-    if (word == "long") {
-        const auto length =
-            index + 1 < words.size() ? number(words[index + 1]) : std::optional<std::size_t>();
-        index += length ? 1 : 0;
-        script.steps.push_back(SayStep{texts::longText(length.value_or(DefaultLength))});
-    } else if (word == "slow") {
-        script.slow = true;
-    } else if (word == "error") {
-        append(script, texts::failingAnswer());
-    } else if (word == "drop") {
-        append(script, texts::droppedAnswer());
-    } else if (word == "help") {
-        script.steps.push_back(SayStep{texts::help(agentWords())});
-    } else if (word == "tools") {
-        append(script, texts::toolsAnswer());
-    } else if (word == "table") {
-        script.steps.push_back(SayStep{texts::tableAnswer()});
-    } else if (word == "code") {
-        script.steps.push_back(SayStep{texts::codeAnswer()});
-    } else if (word == "image") {
-        script.steps.push_back(SayStep{texts::imageAnswer()});
-    } else if (word == "video") {
-        script.steps.push_back(SayStep{texts::videoAnswer()});
-    } else {
-        return false;
+    const std::vector<std::string> all;
+    std::size_t at = 0;
+
+    /// The number behind the present word, which then belongs to it.
+    std::size_t numberOr(std::size_t fallback)
+    {
+        const auto found = at + 1 < all.size() ? number(all[at + 1]) : std::optional<std::size_t>();
+        at += found ? 1 : 0;
+        return found.value_or(fallback);
     }
-    return true;
+};
+
+std::vector<Step> saying(std::string markdown)
+{
+    return {SayStep{std::move(markdown)}};
+}
+
+std::vector<Step> everything()
+{
+    Script all;
+    append(all, texts::toolsAnswer());
+    for (std::string text : {texts::markdownAnswer(), texts::languagesAnswer(),
+                             texts::imageAnswer(), texts::videoAnswer(), texts::missingAnswer()})
+        append(all, saying(std::move(text)));
+    append(all, texts::parallelAnswer());
+    return all.steps;
+}
+
+struct Action
+{
+    AgentWord word;
+    std::vector<Step> (*steps)(Words &words);
+};
+
+const std::vector<Action> &actions()
+{
+    static const std::vector<Action> all{
+        {{"tools", "calls three tools, reports progress, and one of the calls fails"},
+         [](Words &) { return texts::toolsAnswer(); }},
+        {{"parallel", "calls four tools at once, which end one after the other"},
+         [](Words &) { return texts::parallelAnswer(); }},
+        {{"table", "answers with a table"}, [](Words &) { return saying(texts::tableAnswer()); }},
+        {{"code", "answers with blocks of code in several languages"},
+         [](Words &) { return saying(texts::codeAnswer()); }},
+        {{"languages", "answers with a block of code in every language that has colours"},
+         [](Words &) { return saying(texts::languagesAnswer()); }},
+        {{"markdown", "answers with every kind of Markdown"},
+         [](Words &) { return saying(texts::markdownAnswer()); }},
+        {{"image", "shows images that this service has"},
+         [](Words &) { return saying(texts::imageAnswer()); }},
+        {{"video", "shows a video that this service has"},
+         [](Words &) { return saying(texts::videoAnswer()); }},
+        {{"missing", "refers to images and a video that this service doesn't have"},
+         [](Words &) { return saying(texts::missingAnswer()); }},
+        {{"showcase", "does all of the above"}, [](Words &) { return everything(); }},
+        {{"long", "writes as many characters as the number after it says, as in “long 200000”"},
+         [](Words &words) { return saying(texts::longText(words.numberOr(DefaultLength))); }},
+        {{"rich", "does the same with code and tool calls in between, as in “rich 100000”"},
+         [](Words &words) { return texts::richAnswer(words.numberOr(DefaultLength)); }},
+        {{"slow", "sends two pieces a second"}, nullptr},
+        {{"error", "fails after some text"}, [](Words &) { return texts::failingAnswer(); }},
+        {{"drop", "cuts the connection in the middle of a sentence"},
+         [](Words &) { return texts::droppedAnswer(); }},
+        {{"help", "lists these words"}, [](Words &) { return saying(texts::help(agentWords())); }},
+    };
+    return all;
+}
+
+void act(Script &script, Words &words)
+{
+    const auto action = std::ranges::find(actions(), words.all[words.at],
+                                          [](const Action &one) { return one.word.word; });
+    if (action == actions().end())
+        return;
+    if (action->steps != nullptr)
+        append(script, action->steps(words));
+    else
+        script.slow = true;
 }
 
 // Sections that follow each other with only text between them need a blank line.
@@ -89,7 +140,8 @@ void separateSections(Script &script)
         auto *say = std::get_if<SayStep>(&step);
         if (say != nullptr && afterText)
             say->markdown.insert(0, "\n\n");
-        if (say != nullptr || std::holds_alternative<ToolStep>(step))
+        if (say != nullptr || std::holds_alternative<ToolStep>(step) ||
+            std::holds_alternative<ToolsStep>(step))
             afterText = say != nullptr;
     }
 }
@@ -98,27 +150,20 @@ void separateSections(Script &script)
 
 const std::vector<AgentWord> &agentWords()
 {
-    static const std::vector<AgentWord> words{
-        {"tools", "calls three tools, reports progress, and one of the calls fails"},
-        {"table", "answers with a table"},
-        {"code", "answers with blocks of code in several languages"},
-        {"image", "shows images that this service has"},
-        {"video", "shows a video that this service has"},
-        {"long", "writes as many characters as the number after it says, as in “long 200000”"},
-        {"slow", "sends two pieces a second"},
-        {"error", "fails after some text"},
-        {"drop", "cuts the connection in the middle of a sentence"},
-        {"help", "lists these words"},
-    };
+    static const std::vector<AgentWord> words = [] {
+        std::vector<AgentWord> all;
+        for (const Action &action : actions())
+            all.push_back(action.word);
+        return all;
+    }();
     return words;
 }
 
 Script scriptFor(std::string_view prompt)
 {
     Script script;
-    const std::vector<std::string> words = wordsOf(prompt);
-    for (std::size_t i = 0; i < words.size(); ++i)
-        act(script, words, i);
+    for (Words words{wordsOf(prompt)}; words.at < words.all.size(); ++words.at)
+        act(script, words);
     if (script.steps.empty())
         append(script, texts::pleasantAnswer(prompt));
     separateSections(script);

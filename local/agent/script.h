@@ -27,6 +27,11 @@ struct ToolStep
     /// Set when the call fails.
     std::optional<std::string> error;
 };
+/// Calls that begin together and end one after the other.
+struct ToolsStep
+{
+    std::vector<ToolStep> tools;
+};
 struct ProgressStep
 {
     std::string summary;
@@ -42,7 +47,8 @@ struct FailStep
 struct DropStep
 {};
 
-using Step = std::variant<SayStep, ToolStep, ProgressStep, SuggestStep, FailStep, DropStep>;
+using Step =
+    std::variant<SayStep, ToolStep, ToolsStep, ProgressStep, SuggestStep, FailStep, DropStep>;
 
 struct Script
 {

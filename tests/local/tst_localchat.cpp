@@ -10,7 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
 #include <thread>
+#include <vector>
 
 using namespace velto::local;
 using namespace velto::local::test;
@@ -120,6 +123,76 @@ TEST(Agent, ImageAndVideoReferToFilesThatExist)
             EXPECT_TRUE(file && file->status == 200) << path;
         }
     }
+}
+
+TEST(Agent, MissingRefersToFilesThatDoNot)
+{
+    RunningService running;
+    const std::string text = ask(running.visitor(), "missing").text();
+    ASSERT_EQ(mediaPaths(text, "[").size(), 3U);
+    for (const char *path : {"pictures/nowhere.png", "clips/nowhere.mp4"}) {
+        EXPECT_TRUE(has(text, "(media:" + std::string(path) + ")"));
+        const auto file = running.visitor().get("/v1/media/" + std::string(path));
+        EXPECT_TRUE(file && file->status == 404) << path;
+    }
+}
+
+TEST(Agent, ParallelToolsAllBeginBeforeTheFirstEnds)
+{
+    RunningService running;
+    const auto answer = ask(running.visitor(), "parallel");
+    expectFinished(answer);
+    std::vector<std::string> order;
+    for (const json &frame : answer.frames) {
+        const auto type = frame["type"].get<std::string>();
+        if (type.starts_with("tool-") && type != "tool-input-available")
+            order.push_back(type);
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"tool-input-start", "tool-input-start",
+                                               "tool-input-start", "tool-input-start",
+                                               "tool-output-available", "tool-output-available",
+                                               "tool-output-error", "tool-output-available"}));
+    std::set<std::string> ids;
+    for (const json &frame : answer.ofType("tool-input-start"))
+        ids.insert(frame["toolCallId"].get<std::string>());
+    EXPECT_EQ(ids.size(), 4U);
+}
+
+TEST(Agent, LanguagesAreThoseThatHaveColoursAndOneMore)
+{
+    RunningService running;
+    const std::string text = ask(running.visitor(), "languages").text();
+    for (const char *language : {"swift", "python", "javascript", "typescript", "json", "bash",
+                                 "go", "rust", "ruby", "html", "css", "yaml", "fortran"})
+        EXPECT_TRUE(has(text, "\n```" + std::string(language) + "\n")) << language;
+}
+
+TEST(Agent, ShowcaseHoldsWhatAnswersCanHold)
+{
+    RunningService running;
+    const auto answer = ask(running.visitor(), "showcase");
+    expectFinished(answer);
+    const std::string text = answer.text();
+    for (const char *part : {"# Every kind of Markdown", "- [x] ", "\n> > ", "| :---: |",
+                             "\n```rust\n", "![Boats and cargo", "[The tide,", "nowhere.png"})
+        EXPECT_TRUE(has(text, part)) << part;
+    EXPECT_EQ(answer.ofType("tool-input-start").size(), 7U);
+    EXPECT_EQ(answer.ofType("tool-output-error").size(), 2U);
+}
+
+TEST(Agent, RichHasItsLengthItsCodeAndItsTools)
+{
+    RunningService running;
+    const auto answer = ask(running.visitor(), "rich 100000");
+    expectFinished(answer);
+    const std::string text = answer.text();
+    EXPECT_EQ(answer.ofType("tool-input-start").size(), 40U);
+    std::size_t fences = 0;
+    for (auto at = text.find("```"); at != std::string::npos; at = text.find("```", at + 3))
+        ++fences;
+    EXPECT_EQ(fences, 60U);
+    EXPECT_EQ(text.size(), 100'000U);
+    EXPECT_EQ(ask(running.visitor(), "rich 7").text().size(), 7U);
 }
 
 TEST(Agent, LongHasExactlyTheLengthAsked)

@@ -50,7 +50,7 @@ Item {
         anchors.leftMargin: 8
         anchors.right: parent.right
         anchors.rightMargin: 8
-        spacing: Tokens.spaceTiny
+        spacing: Tokens.spaceSmall
 
         IconButton {
             ink: "white"

@@ -32,7 +32,7 @@ Item {
     Item {
         id: area
 
-        height: width * 9 / 16
+        height: Math.round(width * 9 / 16)
         width: root.width
 
         FocusScope {

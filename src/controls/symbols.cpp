@@ -5,6 +5,9 @@
 
 #include <QFile>
 #include <QFontDatabase>
+#include <QHash>
+#include <QMutex>
+#include <QMutexLocker>
 #include <QRawFont>
 #include <QTransform>
 
@@ -94,14 +97,24 @@ QString loadFamily()
 
 // Read directly: a font that is announced to the system's font matching costs a search through all
 // installed fonts for every size in which it is used, and may lose to an installed one of its name.
+// Such a font lives no longer than the thread that made it, and scenes have threads of their own,
+// so only the outlines are kept.
 QPainterPath Symbols::outline(const QString &name)
 {
     const QString character = glyph(name);
     if (character.isEmpty())
         return {};
-    static const QRawFont font(fontFile(), emSize, QFont::PreferNoHinting);
+    static QMutex mutex;
+    static QHash<QString, QPainterPath> known;
+    const QMutexLocker lock(&mutex);
+    if (const auto found = known.constFind(character); found != known.cend())
+        return *found;
+    static const QByteArray file = fontFile();
+    const QRawFont font(file, emSize, QFont::PreferNoHinting);
     const QPainterPath path = font.pathForGlyph(font.glyphIndexesForString(character).value(0));
-    return QTransform::fromScale(1 / emSize, 1 / emSize).map(path.translated(0, font.ascent()));
+    return *known.insert(
+        character,
+        QTransform::fromScale(1 / emSize, 1 / emSize).map(path.translated(0, font.ascent())));
 }
 
 QString Symbols::family()

@@ -8,6 +8,7 @@
 #include <QQmlExtensionPlugin>
 #include <QRawFont>
 #include <QRegularExpression>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,26 @@ TEST(Symbols, everyNameHasAShapeOfTheFontInTheUnitSquare)
         ASSERT_FALSE(shape.isEmpty()) << qPrintable(name);
         EXPECT_TRUE(square.contains(shape.boundingRect())) << qPrintable(name);
         EXPECT_GT(shape.boundingRect().width(), 0.3) << qPrintable(name);
+    }
+}
+
+// Scenes draw on threads that come and go.
+TEST(Symbols, anyThreadGetsTheShape)
+{
+    const QString name = Symbols::names().last();
+    const QPainterPath here = Symbols::outline(name);
+    for (int i = 0; i < 3; ++i) {
+        QPainterPath known;
+        QPainterPath other;
+        const std::unique_ptr<QThread> thread(QThread::create([&] {
+            known = Symbols::outline(name);
+            other = Symbols::outline(Symbols::names().at(i));
+        }));
+        thread->start();
+        thread->wait();
+        EXPECT_EQ(known, here);
+        EXPECT_EQ(other, Symbols::outline(Symbols::names().at(i)));
+        EXPECT_FALSE(other.isEmpty());
     }
 }
 

@@ -131,6 +131,16 @@ TEST(MarkdownContent, ofAnEmptyTextIsEmpty)
     EXPECT_TRUE(MarkdownContent(u"\n \n").blocks.isEmpty());
 }
 
+TEST(MarkdownContent, alignsTheColumnsOfATable)
+{
+    using Alignment = RawTableColumnAlignment;
+    const MarkdownContent content(u"|n|l|c|r|\n|-|:-|:-:|-:|");
+    ASSERT_EQ(content.blocks.size(), 1);
+    EXPECT_EQ(
+        std::get<blocks::Table>(content.blocks[0].kind).columnAlignments,
+        (QList<Alignment>{Alignment::None, Alignment::Left, Alignment::Center, Alignment::Right}));
+}
+
 TEST(MarkdownContent, hasNothingForADefinition)
 {
     EXPECT_TRUE(MarkdownContent(u"[a]: /u").blocks.isEmpty());

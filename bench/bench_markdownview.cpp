@@ -134,10 +134,13 @@ Markdown *makeView(QQuickWindow &window)
     return qobject_cast<Markdown *>(item);
 }
 
-/// What each frame took of the main thread, the deltas before it included.
-std::vector<double> stream(QQuickWindow &window, const QString &text)
+/// What each frame took of the main thread, the deltas before it included. `shown` is there at
+/// first.
+std::vector<double> stream(QQuickWindow &window, const QString &text, const QString &shown = {})
 {
     Markdown *view = makeView(window);
+    view->setText(shown);
+    waitForFrames(window, 5);
     std::vector<double> frames;
     double before = threadMilliseconds();
     QEventLoop loop;
@@ -176,6 +179,16 @@ void printStream(const std::vector<double> &frames)
         std::printf("RESULT markdown.frame_p99_ms_%s %.2f\n", name, percentile(part, 0.99));
     }
     std::printf("RESULT markdown.frames %zu\n", frames.size());
+}
+
+/// The end of a block of code of half a megabyte.
+void measureCode(QQuickWindow &window)
+{
+    const QString line = QStringLiteral("    total += value(row) * weight[row]; // once more\n");
+    const QString before = QStringLiteral("```cpp\n") + line.repeated(500'000 / line.size());
+    const std::vector<double> frames = stream(window, line.repeated(400), before);
+    std::printf("RESULT markdown.code_500k_p50_ms %.2f\n", percentile(frames, 0.5));
+    std::printf("RESULT markdown.code_500k_p99_ms %.2f\n", percentile(frames, 0.99));
 }
 
 void measureShowing(QQuickWindow &window, const QString &text)
@@ -219,5 +232,6 @@ int main(int argc, char **argv)
     measureShowing(*window, text);
     window->setProperty("follows", true);
     printStream(stream(*window, text));
+    measureCode(*window);
     return EXIT_SUCCESS;
 }

@@ -12,6 +12,8 @@ Item {
 
     required property MessageListModel messages
     property bool isStreaming: false
+    /// Nothing can be done with the messages yet.
+    property bool readOnly: false
     /// The id of the message that is rewritten.
     property var editingMessageID
     property bool stickToBottom: true
@@ -105,6 +107,7 @@ Item {
                 isLast: row.index === list.count - 1
                 isStreaming: root.isStreaming
                 isUser: row.isUser
+                isReadOnly: root.readOnly
                 messageId: row.messageId
                 messageRow: row.index
                 messages: root.messages

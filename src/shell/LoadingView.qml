@@ -41,6 +41,7 @@ Item {
         anchors.topMargin: Tokens.spaceMedium
         sourceComponent: MessageList {
             messages: root.messages
+            readOnly: true
         }
     }
 }

@@ -94,15 +94,15 @@ class Screens(SystemTest):
     def test_chat_with_messages(self):
         _, velto = self.start_signed_in()
         velto.send("hello")
-        velto.wait_for_text("> hello")
+        velto.wait_for_reply("hello")
         velto.wait_for_answer()
+        velto.button("Continue generating")
         self.assert_reachable(velto)
         messages = velto.wait_for(LIST, "Messages")
-        self.assertIn("> hello", "\n".join(map(content_of, messages.walk())))
-        for node in messages.walk():
-            if "> hello" in content_of(node):
-                self.assertEqual(node.role, LABEL)
-                self.assertIn("> hello", node.text, "read through the text interface")
+        said = [node for node in messages.walk() if "hello" in content_of(node)]
+        self.assertEqual([node.role for node in said], [LABEL] * len(said))
+        self.assertEqual(said[0].text, "hello", "the user's own, through the text interface")
+        self.assertIn("hello", [node.name for node in said[1:]], "the block that quotes it")
         velto.focus_input()
         desktop.type_text("x")
         velto.wait_for(BUTTON, "Send", lambda node: node.enabled)
@@ -110,6 +110,9 @@ class Screens(SystemTest):
         self.assertEqual(order[0], (ENTRY, INPUT))
         self.assertEqual(order[1], (BUTTON, "Send"))
         self.assertIn((LIST, "Messages"), order)
+        for action in ("Edit message", "Copy message", "Good response", "Bad response",
+                       "Regenerate response", "Continue generating"):
+            self.assertIn((BUTTON, action), order)
         # Backwards it is the same way.
         velto.focus_input()
         self.assertEqual(self.tab_order(velto, "shift+Tab"), order[:1] + order[:0:-1])

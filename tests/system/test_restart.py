@@ -17,14 +17,14 @@ class Restart(SystemTest):
     def test_the_conversation_is_there_before_the_network_answers(self):
         service, velto = self.start_signed_in()
         velto.send("remember the ferry")
-        velto.wait_for_text("> remember the ferry")
+        velto.wait_for_reply("remember the ferry")
         velto.wait_for_answer()
         before = velto.messages()
         self.assertEqual(velto.end(), 0)
 
         service.freeze()
         velto = self.start_velto(service.base_url)
-        velto.wait_for_text("> remember the ferry")
+        velto.wait_for_reply("remember the ferry")
         velto.wait_for(name=LOADING)
         self.assertEqual(velto.messages(), before)
         self.assertIsNone(velto.find(ENTRY, INPUT), "nothing can be written yet")
@@ -34,7 +34,7 @@ class Restart(SystemTest):
         velto.wait_for_chat()
         self.assertEqual(velto.messages(), before)
         velto.send("and the tide")
-        velto.wait_for_text("> and the tide")
+        velto.wait_for_reply("and the tide")
         velto.wait_for_answer()
         # The chat went on where it was: the service still has the one conversation.
         tokens = session.sign_in(service.base_url)
@@ -73,12 +73,12 @@ class Restart(SystemTest):
         session.write_cached_conversation(self.data_home, 50)
         velto = self.start_velto(service.base_url)
         velto.wait_for_chat()
-        velto.wait_for_text(session.cached_texts(50)[-1].splitlines()[0])
+        velto.wait_for_text(session.cached_texts(50)[-1].splitlines()[0].replace("**", ""))
 
     def test_after_new_chat_a_restart_is_empty(self):
         service, velto = self.start_signed_in()
         velto.send("forget this")
-        velto.wait_for_text("> forget this")
+        velto.wait_for_reply("forget this")
         velto.wait_for_answer()
         cache = session.cache_file(self.data_home)
         wait_until(cache.exists, "the conversation to be kept")
@@ -94,7 +94,7 @@ class Restart(SystemTest):
     def test_killed_in_the_middle_of_an_answer_it_starts_as_before(self):
         service, velto = self.start_signed_in()
         velto.send("keep this")
-        velto.wait_for_text("> keep this")
+        velto.wait_for_reply("keep this")
         velto.wait_for_answer()
         kept = velto.messages()
         velto.send("slow long 3000")

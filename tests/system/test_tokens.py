@@ -45,7 +45,7 @@ class Expiry(SystemTest):
                                                token=expired.access).status == 401,
                        "an access token to expire")
             velto.send(f"message {index}")
-            velto.wait_for_text(f"> message {index}")
+            velto.wait_for_reply(f"message {index}")
             velto.wait_for_answer()
             service.wait_for_line("POST /v1/chat 200", times=answered + 1)
             self.assertGreater(velto.count(ROTATED), before)
@@ -57,7 +57,7 @@ class Expiry(SystemTest):
     def test_a_revoked_grant_leads_to_the_sign_in_screen(self):
         service, velto = self.start_signed_in(access_token_seconds=4)
         velto.send("hello")
-        velto.wait_for_text("> hello")
+        velto.wait_for_reply("hello")
         velto.wait_for_answer()
         cache = session.cache_file(self.data_home)
         wait_until(cache.exists, "the conversation to be kept")

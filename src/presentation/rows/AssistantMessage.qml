@@ -15,6 +15,7 @@ Item {
     required property bool hasParts
     required property bool isLast
     required property bool isStreaming
+    required property bool isReadOnly
 
     signal growing
     signal reshaped
@@ -45,7 +46,7 @@ Item {
     Loader {
         id: actions
 
-        active: root.hasParts
+        active: root.hasParts && !root.isReadOnly
         // The first frame does without what only shows under the pointer.
         asynchronous: true
         height: 22

@@ -10,6 +10,10 @@ import Velto.Presentation
 MediaMarkdown {
     id: root
 
+    // Text that can be selected with the keyboard holds the focus, and says so.
+    Accessible.focusable: true
+    Accessible.name: qsTr("Answer")
+    Accessible.role: Accessible.Document
     height: implicitHeight
 
     Loader {

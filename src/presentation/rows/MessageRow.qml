@@ -20,6 +20,8 @@ Item {
     required property int partCount
     required property bool isLast
     required property bool isStreaming
+    /// Nothing can be done with the message.
+    required property bool isReadOnly
     /// This row is the one that is rewritten.
     required property bool isEditing
 
@@ -51,6 +53,7 @@ Item {
         AssistantMessage {
             hasParts: root.partCount > 0
             isLast: root.isLast
+            isReadOnly: root.isReadOnly
             isStreaming: root.isStreaming
             messageId: root.messageId
             messageRow: root.messageRow
@@ -70,6 +73,7 @@ Item {
             activeBranch: root.activeBranch
             branchCount: root.branchCount
             createdAt: root.createdAt
+            isReadOnly: root.isReadOnly
             isStreaming: root.isStreaming
             text: root.userText
 

@@ -15,6 +15,7 @@ Item {
     required property int branchCount
     required property int activeBranch
     required property bool isStreaming
+    required property bool isReadOnly
 
     signal editRequested
     signal branchRequested(int index)
@@ -28,11 +29,13 @@ Item {
     HoverHandler {
         id: pointer
     }
-    UserBubbleHoverEdit {
+    Loader {
+        active: !root.isReadOnly
         anchors.right: bubble.left
         anchors.rightMargin: Tokens.spaceTiny
-
-        onClicked: root.editRequested()
+        sourceComponent: UserBubbleHoverEdit {
+            onClicked: root.editRequested()
+        }
     }
     Rectangle {
         id: bubble
@@ -83,7 +86,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             sourceComponent: BranchNavigator {
                 current: root.activeBranch
-                disabled: root.isStreaming
+                disabled: root.isStreaming || root.isReadOnly
                 total: root.branchCount
 
                 onNext: root.branchRequested(root.activeBranch + 1)

@@ -26,6 +26,9 @@ Column {
         visible: root.title !== ""
     }
     ToolCode {
+        Accessible.focusable: true
+        Accessible.name: root.title !== "" ? root.title : qsTr("Code")
+        Accessible.role: Accessible.Document
         code: root.text
         height: implicitHeight
         isError: root.isError

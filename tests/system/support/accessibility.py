@@ -14,6 +14,7 @@ Atspi.set_timeout(10_000, 15_000)
 BUTTON = "push button"
 ENTRY = "text"
 LIST = "list"
+DOCUMENT = "document frame"
 LIST_ITEM = "list item"
 LABEL = "label"
 
@@ -165,7 +166,9 @@ class Program:
                    lambda: f"{role or 'anything'} {name or ''} to go from:\n{self.dump()}", seconds)
 
     def focused(self):
-        return self.find(matching=lambda node: node.focused and node.role != "frame")
+        """The innermost one: what holds the focus within itself says that it has it, too."""
+        found = self.find_all(matching=lambda node: node.focused and node.role != "frame")
+        return found[-1] if found else None
 
     def dump(self):
         root = self.root()

@@ -10,7 +10,7 @@ import unittest
 from pathlib import Path
 
 from . import desktop, session
-from .accessibility import BUTTON, ENTRY, LIST_ITEM, Program as AccessibleProgram
+from .accessibility import BUTTON, DOCUMENT, ENTRY, GLib, LIST, LIST_ITEM, Program as AccessibleProgram
 from .processes import BUILD_FOLDER, VELTO, VELTO_LOCAL, Program, Service
 from .waiting import PATIENCE, wait_until
 
@@ -18,6 +18,9 @@ LOADING = "Loading…"
 SIGN_IN = "Continue with Google"
 TRY_AGAIN = "Try again"
 INPUT = "Message input"
+USER = "You"
+AGENT = "velto"
+THINKING = "Generating response"  # what stands for an answer until it begins
 # What the QML engine says about a broken binding, a missing property or file.
 QML_COMPLAINT = re.compile(r"^(qrc:|file:).*\.qml|QQml\w+:|QML \w+:|is not a type")
 
@@ -69,10 +72,26 @@ class Velto(Program):
     def wait_for_text(self, text, seconds=PATIENCE):
         wait_until(lambda: self.shows(text), lambda: f"{text!r} in:\n{self.tree.dump()}", seconds)
 
+    def rows(self):
+        return self.tree.find_all(LIST_ITEM, matching=lambda node: node.name in (USER, AGENT))
+
     def messages(self):
-        """(who, text) of the messages in sight, from top to bottom."""
-        return [(node.name, "\n".join(filter(None, map(content_of, list(node.walk())[1:]))))
-                for node in self.tree.find_all(LIST_ITEM)]
+        """(who, text) of the messages in sight, from top to bottom, without times and buttons."""
+        while True:
+            try:
+                return [(row.name, "\n".join(filter(None, words_of(row)))) for row in self.rows()]
+            except GLib.Error:
+                continue  # an object went away while it was asked: look again
+
+    def answer(self):
+        """What the newest answer says, empty before it begins."""
+        messages = self.messages()
+        return messages[-1][1] if messages and messages[-1][0] == AGENT else ""
+
+    def wait_for_reply(self, text, seconds=PATIENCE):
+        """Until the text is in the newest answer."""
+        wait_until(lambda: text in self.answer(),
+                   lambda: f"{text!r} in the answer in:\n{self.tree.dump()}", seconds)
 
     def send(self, text):
         """Types a message and sends it, as a user does."""
@@ -89,6 +108,16 @@ class Velto(Program):
     def wait_for_answer(self, seconds=PATIENCE):
         """Until no answer streams any more."""
         self.tree.wait_gone(BUTTON, "Stop", seconds=seconds)
+
+
+def words_of(row):
+    """The texts of a message, as a screen reader says them. The user's is one that can be selected,
+    an answer's are the names of its blocks; list items are named by their markers."""
+    for node in list(row.walk())[1:]:
+        if row.name == USER:
+            yield node.text
+        elif node.role not in (BUTTON, DOCUMENT, LIST, LIST_ITEM) and node.name != THINKING:
+            yield node.name
 
 
 def content_of(node):

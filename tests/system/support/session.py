@@ -123,6 +123,15 @@ def conversations(base_url, access_token):
     return answer.json
 
 
+def newest_text(base_url, access_token):
+    """The texts of the last turn of the newest conversation, as the service keeps them."""
+    newest = conversations(base_url, access_token)[0]["id"]
+    answer = request("GET", f"{base_url}/v1/conversations/{newest}/messages", token=access_token)
+    if answer.status != 200:
+        raise AssertionError(f"no messages: {answer.status} {answer.text}")
+    return "".join(part["text"] for part in answer.json[-1]["parts"] if part.get("type") == "text")
+
+
 def cache_file(data_home):
     return Path(data_home) / "velto/last-conversation.json"
 

@@ -33,6 +33,7 @@ Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_MarkdownPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_ShellPlugin)
+Q_IMPORT_QML_PLUGIN(Velto_VideoPlugin)
 
 namespace velto::app
 {

@@ -35,6 +35,11 @@ QString AppState::errorMessage() const
     return m_lastError ? m_lastError->message : QString();
 }
 
+QString AppState::currentAccessToken() const
+{
+    return m_api.accessToken().value_or(QString());
+}
+
 std::optional<service::Workspace> AppState::currentWorkspace() const
 {
     const service::Me *me = m_authStatus.me();

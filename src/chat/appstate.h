@@ -156,6 +156,8 @@ public:
     /// Opens what a message links to: our own links here, what is http, https or mailto with the
     /// desktop's program, nothing else.
     Q_INVOKABLE void openLink(const QUrl &url);
+    /// For what a player asks of the service; empty when there is none.
+    [[nodiscard]] Q_INVOKABLE QString currentAccessToken() const;
 
     // --- Other ways of asking (appstate_branching.cpp); none does anything during a run
 

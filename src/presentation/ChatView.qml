@@ -67,6 +67,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.top: titleRow.bottom
         sourceComponent: MessageList {
+            appState: root.appState
             isStreaming: root.appState.isStreaming
             messages: root.appState.messages
 

@@ -11,6 +11,7 @@ Item {
     id: root
 
     required property MessageListModel messages
+    property AppState appState: null
     property bool isStreaming: false
     /// Nothing can be done with the messages yet.
     property bool readOnly: false
@@ -19,6 +20,8 @@ Item {
     property bool stickToBottom: true
     property real topPadding: 28
     property real bottomPadding: 96
+
+    readonly property alias view: list
 
     signal linkActivated(url link)
     signal edited(var messageId, string text)
@@ -41,23 +44,40 @@ Item {
         slide.restart();
     }
 
+    function page(share: real): void {
+        slide.stop();
+        const last = Math.max(list.originY, list.originY + list.contentHeight - list.height);
+        list.contentY = Math.max(list.originY, Math.min(last, list.contentY + share * list.height));
+    }
     function jumpToLatest(): void {
         stickToBottom = true;
         scrollToEnd(true);
     }
 
+    // The list view is a focus scope, to which nobody can go back once a row has had the focus.
+    Accessible.name: qsTr("Messages")
+    Accessible.role: Accessible.List
+    activeFocusOnTab: list.count > 0
+
+    Keys.onDownPressed: page(0.1)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageDown)
+            page(0.9);
+        else if (event.key === Qt.Key_PageUp)
+            page(-0.9);
+        else if (event.key === Qt.Key_End)
+            scrollToEnd(true);
+        else if (event.key === Qt.Key_Home)
+            list.positionViewAtBeginning();
+        else
+            return;
+        event.accepted = true;
+    }
+    Keys.onUpPressed: page(-0.1)
+
     ListView {
         id: list
 
-        function page(share: real): void {
-            slide.stop();
-            const last = Math.max(originY, originY + contentHeight - height);
-            contentY = Math.max(originY, Math.min(last, contentY + share * height));
-        }
-
-        Accessible.name: qsTr("Messages")
-        Accessible.role: Accessible.List
-        activeFocusOnTab: count > 0
         anchors.left: parent.left
         anchors.right: parent.right
         height: follower.opened ? parent.height : 0
@@ -100,6 +120,7 @@ Item {
 
                 activeBranch: row.activeBranch
                 anchors.horizontalCenter: parent.horizontalCenter
+                appState: root.appState
                 branchCount: row.branchCount
                 createdAt: row.createdAt
                 height: implicitHeight
@@ -141,26 +162,10 @@ Item {
             width: 1
         }
 
-        Keys.onDownPressed: page(0.1)
-        Keys.onPressed: event => {
-            if (event.key === Qt.Key_PageDown)
-                page(0.9);
-            else if (event.key === Qt.Key_PageUp)
-                page(-0.9);
-            else if (event.key === Qt.Key_End)
-                root.scrollToEnd(true);
-            else if (event.key === Qt.Key_Home)
-                positionViewAtBeginning();
-            else
-                return;
-            event.accepted = true;
-        }
-        Keys.onUpPressed: page(-0.1)
         onHeightChanged: follower.follow()
     }
     Loader {
-        // The list itself, not something in a row.
-        active: list.activeFocus && list.Window.activeFocusItem === list
+        active: root.activeFocus
         anchors.fill: parent
         anchors.margins: 4
         sourceComponent: FocusRing {

@@ -29,6 +29,7 @@ TestCase {
     TextEdit {
         id: paper
 
+        textFormat: TextEdit.PlainText
         visible: false
     }
 

@@ -13,6 +13,7 @@ Item {
     required property int messageRow
     required property var messageId
     required property bool hasParts
+    property AppState appState: null
     required property bool isLast
     required property bool isStreaming
     required property bool isReadOnly
@@ -32,6 +33,7 @@ Item {
     AssistantPartsView {
         id: parts
 
+        appState: root.appState
         messageRow: root.messageRow
         messages: root.messages
         // A line's extra height lies below its letters.

@@ -11,6 +11,8 @@ Column {
 
     required property MessageListModel messages
     required property int messageRow
+    /// Whose access token videos are asked for with.
+    property AppState appState: null
 
     /// Something is about to become longer than it shows.
     signal growing
@@ -86,8 +88,15 @@ Column {
             Component {
                 id: video
 
-                Item {
-                    implicitHeight: 40
+                // By its address: a start without videos doesn't read the player.
+                Loader {
+                    width: root.width
+
+                    Component.onCompleted: setSource("qrc:/qt/qml/Velto/Video/VideoPlayerView.qml", {
+                        "accessToken": root.appState ? root.appState.currentAccessToken() : "",
+                        "caption": chunk.caption,
+                        "url": chunk.videoURL
+                    })
                 }
             }
         }

@@ -11,6 +11,7 @@ Item {
 
     required property MessageListModel messages
     required property int messageRow
+    property AppState appState: null
     required property var messageId
     required property bool isUser
     required property string userText
@@ -51,6 +52,7 @@ Item {
         id: assistantMessage
 
         AssistantMessage {
+            appState: root.appState
             hasParts: root.partCount > 0
             isLast: root.isLast
             isReadOnly: root.isReadOnly

@@ -259,9 +259,10 @@ TEST(Tools, FollowTheConnections)
     EXPECT_EQ(group()["available"], false);
     EXPECT_TRUE(group()["note"].is_string());
     EXPECT_TRUE(group()["connect_href"].get<std::string>().ends_with("/slack"));
-    for (const json &tool : group()["tools"])
+    const json tools = group()["tools"];
+    for (const json &tool : tools)
         EXPECT_EQ(tool["available"], false);
-    EXPECT_EQ(owner.getJson("/v1/agent/config")["tool_count"], before - group()["tools"].size());
+    EXPECT_EQ(owner.getJson("/v1/agent/config")["tool_count"], before - tools.size());
 }
 
 TEST(Integrations, AreTenInMixedStates)

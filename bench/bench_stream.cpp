@@ -20,6 +20,7 @@
 #include <vector>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Velto_MarkdownPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_PresentationPlugin)
 
 /// What a streamed answer costs on its way from the wire into the list that a window shows.

@@ -5,6 +5,7 @@
 #include "chat/conversationcache.h"
 #include "controls/accessibility.h"
 #include "controls/tokens.h"
+#include "frametrace.h"
 #include "markdown/imageview/networkimageloaderkey.h"
 #include "patientsecrets.h"
 #include "platform/colorscheme.h"
@@ -153,6 +154,8 @@ int run(int argc, char **argv)
     }
     if (QGuiApplication::arguments().contains(QLatin1String("--trace-startup")))
         traceFirstFrame(*window);
+    if (QGuiApplication::arguments().contains(QLatin1String("--trace-frames")))
+        traceFrames(*window);
     beginAfterFirstFrame(secrets, *window, engine);
     const auto scheme = platform::makeSystemColorScheme();
     followColorScheme(*scheme);

@@ -135,8 +135,8 @@ QStringView AssistantParts::text(int row) const
     const auto found = m_texts.find(m_rows[row].part);
     if (found == m_texts.end() || m_rows[row].segment >= found->second.segments.segments().size())
         return {};
-    const auto *segment = std::get_if<MarkdownSegment>(
-        &found->second.segments.segments()[m_rows[row].segment]);
+    const auto *segment =
+        std::get_if<MarkdownSegment>(&found->second.segments.segments()[m_rows[row].segment]);
     return segment != nullptr ? QStringView(segment->text) : QStringView();
 }
 
@@ -152,9 +152,9 @@ GrowingSegments::Change AssistantParts::takeText(const MessagePart &part)
     const QString &text = std::get<QString>(part.kind);
     auto found = m_texts.find(part.id);
     if (found == m_texts.end() || found->second.taken > text.size()) {
-        found = m_texts.insert_or_assign(part.id,
-                                         Segmented{GrowingSegments(service::apiBaseURL()), 0})
-                    .first;
+        found =
+            m_texts.insert_or_assign(part.id, Segmented{GrowingSegments(service::apiBaseURL()), 0})
+                .first;
     }
     Segmented &segmented = found->second;
     const QStringView tail = QStringView(text).sliced(segmented.taken);
@@ -179,7 +179,10 @@ QList<AssistantParts::Row> AssistantParts::currentRows()
         const QList<MediaSegment> &segments = m_texts.at(chunk.id).segments.segments();
         for (qsizetype segment = 0; segment < segments.size(); ++segment) {
             const auto *video = std::get_if<VideoSegment>(&segments[segment]);
-            rows.append({chunk.id, segment, video != nullptr ? Video : Text, {},
+            rows.append({chunk.id,
+                         segment,
+                         video != nullptr ? Video : Text,
+                         {},
                          video != nullptr ? *video : VideoSegment()});
         }
     }

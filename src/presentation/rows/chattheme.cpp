@@ -3,7 +3,10 @@
 
 #include "presentation/rows/chattheme.h"
 
-#include "presentation/code/syntaxhighlighter.h"
+#include "presentation/code/growingcode.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace velto::presentation
 {
@@ -74,7 +77,58 @@ BlockView fencedCode(const CodeBlockConfiguration &block)
         4);
 }
 
-/// The colours of tokens, on top of what the theme gives all code.
+/// One block of code with the colours of its tokens, on top of what the theme gives all code.
+class ColouredCode final : public CodeHighlight
+{
+public:
+    ColouredCode(const std::optional<QString> &language, TextAttributes attributes)
+        : m_code(language.value_or(QString()).trimmed())
+        , m_attributes(std::move(attributes))
+    {}
+
+    [[nodiscard]] qsizetype grow(const QString &code) override
+    {
+        return m_code.append(QStringView(code).sliced(m_code.text().size()));
+    }
+
+    [[nodiscard]] const QString &text() const override { return m_code.text(); }
+
+    [[nodiscard]] AttributedString part(qsizetype from, qsizetype to) const override
+    {
+        AttributedString part;
+        const auto add = [&](qsizetype end, const TextAttributes &attributes) {
+            if (end > from)
+                part.append(text().sliced(from, end - from), attributes);
+            from = std::max(from, end);
+        };
+        const auto endsBefore = [](const TokenRange &token, qsizetype position) {
+            return token.range.end <= position;
+        };
+        const TokenRanges &tokens = m_code.tokens();
+        auto token = std::lower_bound(tokens.begin(), tokens.end(), from, endsBefore);
+        for (; token != tokens.end() && token->range.start < to; ++token) {
+            add(token->range.start, m_attributes);
+            add(std::min(token->range.end, to), coloured(token->color));
+        }
+        add(to, m_attributes);
+        return part;
+    }
+
+private:
+    [[nodiscard]] TextAttributes coloured(TokenColor color) const
+    {
+        const Rgb parts = rgb(color);
+        TextAttributes attributes = m_attributes;
+        attributes.foregroundColor =
+            Ink::of(QColor::fromRgbF(static_cast<float>(parts.red), static_cast<float>(parts.green),
+                                     static_cast<float>(parts.blue)));
+        return attributes;
+    }
+
+    GrowingCode m_code;
+    TextAttributes m_attributes;
+};
+
 class TokenHighlighter final : public CodeSyntaxHighlighter
 {
 public:
@@ -82,23 +136,16 @@ public:
                                                  const std::optional<QString> &language,
                                                  const TextAttributes &attributes) const override
     {
-        AttributedString text;
-        qsizetype at = 0;
-        const QString name = language.value_or(QString()).trimmed();
-        for (const TokenRange &token : SyntaxHighlighter::tokenRanges(code, name)) {
-            if (token.range.start > at)
-                text.append(code.sliced(at, token.range.start - at), attributes);
-            TextAttributes coloured = attributes;
-            const Rgb parts = rgb(token.color);
-            coloured.foregroundColor = Ink::of(QColor::fromRgbF(static_cast<float>(parts.red),
-                                                                static_cast<float>(parts.green),
-                                                                static_cast<float>(parts.blue)));
-            text.append(code.sliced(token.range.start, token.range.length()), coloured);
-            at = token.range.end;
-        }
-        if (at < code.size() || code.isEmpty())
-            text.append(code.sliced(at), attributes);
-        return text;
+        ColouredCode coloured(language, attributes);
+        (void)coloured.grow(code);
+        return coloured.part(0, code.size());
+    }
+
+    [[nodiscard]] std::unique_ptr<CodeHighlight>
+    highlight(const std::optional<QString> &language,
+              const TextAttributes &attributes) const override
+    {
+        return std::make_unique<ColouredCode>(language, attributes);
     }
 };
 

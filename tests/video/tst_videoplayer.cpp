@@ -70,7 +70,8 @@ TEST_F(VideoPlayerTest, playsToItsEndAndFromTheBeginningAgain)
     EXPECT_TRUE(shows(upper, isGreen)); // the last frame stays
     playback().togglePlaying();
     EXPECT_TRUE(shows(upper, isRed));
-    EXPECT_TRUE(playback().isPlaying());
+    EXPECT_TRUE(waitUntil([&] { return playback().isPlaying(); }));
+    EXPECT_TRUE(shows(upper, isGreen));
 }
 
 TEST_F(VideoPlayerTest, pausesWhereItIs)

@@ -52,7 +52,8 @@ constexpr std::array settings{
     Setting{"ao", "null"},
     Setting{"audio-fallback-to-null", "yes"},
     Setting{"audio-client-name", "velto"},
-    Setting{"demuxer-max-bytes", "16MiB"},
+    Setting{"vd-lavc-threads", "2"},
+    Setting{"demuxer-max-bytes", "2MiB"},
     Setting{"demuxer-max-back-bytes", "8MiB"},
 };
 

@@ -55,6 +55,13 @@ void set(const MpvHandle &player, const char *name, const char *value)
     player.mpv().set_property_async(player.get(), 0, name, MPV_FORMAT_STRING, &value);
 }
 
+/// What a video is not worth before somebody wants to see it.
+void want(const MpvHandle &player)
+{
+    set(player, "demuxer-max-bytes", "16MiB");
+    set(player, "ao", "pulse,alsa"); // not SDL, which several players at once bring down
+}
+
 /// A number that the player told, or 0 where it has none.
 double number(const mpv_event_property &property)
 {
@@ -149,9 +156,8 @@ void VideoPlayback::play()
 {
     if (m_handle == nullptr || m_state != State::Ready)
         return;
-    // Not SDL, which several players at once bring down.
-    if (!std::exchange(m_isHeard, true))
-        set(*m_handle, "ao", "pulse,alsa");
+    if (!std::exchange(m_isWanted, true))
+        want(*m_handle);
     if (m_isAtEnd)
         seek(0);
     set(*m_handle, "pause", false);

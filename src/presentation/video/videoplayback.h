@@ -99,7 +99,7 @@ private:
     bool m_isPlaying = false;
     bool m_isBuffering = false;
     bool m_isAtEnd = false;
-    bool m_isHeard = false; ///< It has been told to make itself heard.
+    bool m_isWanted = false; ///< It has been told to play once.
     qreal m_position = 0;
     qreal m_duration = 0;
     qreal m_volume = 1;

@@ -6,7 +6,7 @@
 import re
 
 from support import desktop, session
-from support.accessibility import BUTTON
+from support.accessibility import BUTTON, ENTRY
 from support.case import SystemTest, main
 from support.waiting import wait_until
 
@@ -120,6 +120,84 @@ class Streaming(SystemTest):
         self.velto.wait_for_reply("anew")
         self.velto.wait_for_answer()
         self.assertEqual([who for who, _ in self.velto.messages()], ["You", "velto"])
+
+
+class Acting(SystemTest):
+    """What can be done with messages, by keyboard and by a screen reader's actions."""
+
+    token_rate = 400
+
+    def setUp(self):
+        super().setUp()
+        self.use_tall_window()
+        self.service, self.velto = self.start_signed_in()
+
+    def ask(self, text):
+        self.velto.send(text)
+        self.velto.wait_for_reply(text)
+        self.velto.wait_for_answer()
+
+    def edit(self, text):
+        self.velto.button("Edit message").act()
+        editor = self.velto.wait_for(ENTRY, "Edit message")
+        wait_until(lambda: self.velto.wait_for(ENTRY, "Edit message").focused,
+                   "the editor to have the keyboard")
+        desktop.press_key("ctrl+a")
+        desktop.type_text(text)
+        wait_until(lambda: editor.text.strip("\n") == text, "the keys to arrive")
+
+    def test_a_message_is_rewritten_and_its_versions_stepped_through(self):
+        self.ask("first thought")
+        self.edit("second thought")
+        desktop.press_key("ctrl+Return")
+        self.velto.wait_for_reply("second thought")
+        self.velto.wait_for_answer()
+        self.assertEqual(self.velto.messages()[0], ("You", "second thought"))
+        self.velto.wait_for(name="Version 2 of 2")
+        self.velto.button("Previous version").act()
+        self.velto.wait_for_reply("first thought")
+        self.assertEqual(self.velto.messages()[0], ("You", "first thought"))
+        self.velto.wait_for(name="Version 1 of 2")
+        self.velto.button("Next version").act()
+        self.velto.wait_for_reply("second thought")
+        self.assertEqual(self.service.count(CHAT_REQUEST), 2)
+
+    def test_escape_leaves_a_message_as_it_was(self):
+        self.ask("first thought")
+        self.edit("another")
+        desktop.press_key("Escape")
+        self.velto.wait_gone(ENTRY, "Edit message")
+        self.assertEqual(self.velto.messages()[0], ("You", "first thought"))
+
+    def test_an_answer_is_regenerated_and_continued(self):
+        self.ask("hello there")
+        self.velto.button("Regenerate response").act()
+        self.service.wait_for_line(CHAT_REQUEST, times=2)
+        self.velto.wait_for_answer()
+        self.assertEqual([who for who, _ in self.velto.messages()], ["You", "velto"])
+        self.velto.button("Continue generating").act()
+        self.service.wait_for_line(CHAT_REQUEST, times=3)
+        self.velto.wait_for_answer()
+        self.assertIn(("You", "Continue"), self.velto.messages())
+
+    def test_a_vote_outlives_the_program(self):
+        self.ask("hello there")
+        self.velto.button("Good response").act()
+        self.assertEqual(self.velto.end(), 0)
+        settings = (self.home / ".config/velto/velto.conf").read_text()
+        self.assertIn("velto.feedback.votes.v1", settings)
+
+    def test_pictures_and_videos_of_the_service_show(self):
+        self.velto.send("image and video")
+        self.velto.wait_for("image", "The harbour at dusk")
+        self.velto.wait_for(name="The tide, six seconds of it")
+        self.velto.wait_for_answer()
+        wait_until(lambda: self.service.count("/v1/media/") >= 3, "all media to be asked for")
+        self.assertFalse(self.velto.shows("Image unavailable"))
+        play = self.velto.button("Play")
+        play.act()
+        self.velto.button("Pause")
+        self.assertFalse(self.velto.shows("Video unavailable"))
 
 
 class Failing(SystemTest):

@@ -106,6 +106,7 @@ rc::Gen<QString> generatedText()
                                                  "[x](media:../b.mov)",
                                                  "]]",
                                                  "[[",
+                                                 "[a](media:x[b.mp4)",
                                                  "\u00e9",
                                                  "\U0001f600",
                                                  "\\",
@@ -212,6 +213,8 @@ TEST(MediaSegments, captionAndPathMayHoldAlmostAnything)
     EXPECT_EQ(segmentsOf("[a [b\nc](media:a.mp4)"), Segments{video("a.mp4", "a [b\nc")});
     EXPECT_EQ(segmentsOf("[a](media:x[b](media:y.mp4)"),
               Segments{video("x%5Bb%5D(media:y.mp4", "a")});
+    EXPECT_EQ(segmentsOf("[a](media:x[b.mp4)](media:c.mp4)"),
+              (Segments{video("x%5Bb.mp4", "a"), markdown("](media:c.mp4)")}));
 }
 
 TEST(MediaSegments, aVideoThatIsNoneLeavesNoTrace)

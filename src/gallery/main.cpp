@@ -9,6 +9,7 @@
 
 #include <QCommandLineParser>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
@@ -63,7 +64,7 @@ Arguments parse(const QStringList &words)
     const QString file =
         parser.positionalArguments().value(0, QStringLiteral(":/qt/qml/Velto/Gallery/showcase.md"));
     Arguments arguments;
-    arguments.settings = {file,
+    arguments.settings = {QFileInfo(file).fileName(),
                           contentsOf(file),
                           parser.value(QStringLiteral("theme")),
                           parser.isSet(QStringLiteral("dark")),

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ctime>
 #include <memory>
 
 namespace velto::markdown
@@ -155,6 +156,40 @@ TEST(LaidTextTest, MeasuredWidthIsThatOfTheLayout)
         LaidText unbroken(string, {1, Qt::AlignLeading, false});
         EXPECT_NEAR(LaidText::measuredWidth(string), unbroken.idealWidth(), 1) << text;
     }
+}
+
+TEST(LaidTextTest, AWordThatNeverEndsIsBrokenAnywhereAndSoon)
+{
+    const QByteArray words = "some words " + QByteArray(1'000'000, 'a');
+    timespec start{};
+    timespec end{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &start);
+    const auto text = laid(stringOf(words.constData()));
+    EXPECT_GT(text->size().height(), 100'000);
+    EXPECT_LE(text->idealWidth(), 500);
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &end);
+    EXPECT_LT(end.tv_sec - start.tv_sec, 5);
+}
+
+TEST(LaidTextTest, WordsAreKeptTogetherUnlessTheyNeverEnd)
+{
+    const QByteArray words = QByteArray("wordsofsomelength ").repeated(200);
+    const QByteArray east = QByteArray("漢字").repeated(1000) + " " + words;
+    for (const QByteArray &each : {words, east}) {
+        const auto text = laid(stringOf(each.constData()), 300);
+        const QTextLine line = text->layout().lineAt(text->layout().lineCount() - 3);
+        const QString all = text->text().plainText();
+        EXPECT_EQ(all.at(line.textStart() + line.textLength() - 1), QChar(u' '));
+    }
+    const auto growing = laid(stringOf(words.constData()), 230);
+    growing->update(stringOf((words + QByteArray(2000, 'a')).constData()));
+    int broken = 0;
+    for (int at = 0; at < 20; ++at) {
+        const QTextLine line = growing->layout().lineAt(at);
+        const qsizetype last = line.textStart() + line.textLength() - 1;
+        broken += growing->text().plainText().at(last) == QChar(u' ') ? 0 : 1;
+    }
+    EXPECT_GT(broken, 10);
 }
 
 TEST(EmojiTest, AreFoundWithAllTheirParts)

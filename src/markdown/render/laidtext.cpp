@@ -87,6 +87,25 @@ QFont emojiFont(QFont font)
     return font;
 }
 
+// Looking for the end of a word costs as much as the word is long, for each line of it.
+constexpr qsizetype longestWord = 1000;
+
+/// Whether some stretch offers no place to break it for longer than any word is. East Asian text
+/// may be broken nearly anywhere.
+bool hasEndlessWord(const AttributedString &text)
+{
+    qsizetype length = 0;
+    for (const TextRun &run : text.runs()) {
+        for (const QChar c : run.text) {
+            const bool breaks = c.unicode() >= 0x2E80 || c.isSpace();
+            length = breaks ? 0 : length + 1;
+            if (length > longestWord)
+                return true;
+        }
+    }
+    return false;
+}
+
 /// Calls `visit` with each stretch of text and the font that it is set in.
 template<typename Visitor>
 void forEachStretch(const QString &text, const QFont &font, Visitor visit)
@@ -149,9 +168,7 @@ LaidText::LaidText(const AttributedString &text, const TextSetting &setting,
     m_document.setUndoRedoEnabled(false);
     m_document.setDocumentMargin(0);
     m_document.setUseDesignMetrics(false);
-    QTextOption option;
-    option.setWrapMode(m_wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
-    m_document.setDefaultTextOption(option);
+    setWrapMode(text);
     if (!text.isEmpty())
         m_document.setDefaultFont(fontOf(text.runs().constFirst().attributes));
     QTextBlockFormat format;
@@ -159,6 +176,18 @@ LaidText::LaidText(const AttributedString &text, const TextSetting &setting,
     format.setAlignment(setting.alignment);
     QTextCursor(&m_document).setBlockFormat(format);
     update(text, imageSizes);
+}
+
+void LaidText::setWrapMode(const AttributedString &text)
+{
+    const auto mode = !m_wraps               ? QTextOption::NoWrap
+                      : hasEndlessWord(text) ? QTextOption::WrapAnywhere
+                                             : QTextOption::WrapAtWordBoundaryOrAnywhere;
+    QTextOption option = m_document.defaultTextOption();
+    if (option.wrapMode() == mode)
+        return;
+    option.setWrapMode(mode);
+    m_document.setDefaultTextOption(option);
 }
 
 void LaidText::update(const AttributedString &text, const QHash<QString, QSizeF> &imageSizes)
@@ -174,6 +203,7 @@ void LaidText::update(const AttributedString &text, const QHash<QString, QSizeF>
         before[run].attributes == after[run].attributes && before[run].image.isEmpty() &&
         after[run].image.isEmpty())
         skip = commonPrefix(before[run].text, after[run].text);
+    setWrapMode(text);
 
     QTextCursor cursor(&m_document);
     cursor.beginEditBlock();

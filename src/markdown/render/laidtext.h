@@ -68,6 +68,7 @@ public:
                                              const TextSetting &setting);
 
 private:
+    void setWrapMode(const AttributedString &text);
     void insert(QTextCursor &cursor, const TextRun &run, qsizetype index, qsizetype skip,
                 const QHash<QString, QSizeF> &imageSizes);
 

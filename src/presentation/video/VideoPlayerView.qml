@@ -27,7 +27,8 @@ Item {
 
         window: root.Window.window
 
-        onIsOnChanged: player.forceActiveFocus()
+        // Once the video has its new place: on the way there it loses the focus.
+        onIsOnChanged: Qt.callLater(player.forceActiveFocus)
     }
     Item {
         id: area
@@ -38,6 +39,15 @@ Item {
         FocusScope {
             id: stage
 
+            Keys.onEscapePressed: event => {
+                event.accepted = fullScreen.isOn;
+                fullScreen.isOn = false;
+            }
+            Keys.onPressed: event => {
+                event.accepted = event.key === Qt.Key_F;
+                if (event.accepted)
+                    fullScreen.toggle();
+            }
             anchors.fill: parent
             parent: fullScreen.isOn ? root.Window.contentItem : area
             z: fullScreen.isOn ? 1000 : 0
@@ -55,16 +65,7 @@ Item {
                 Accessible.onPressAction: playback.togglePlaying()
                 Accessible.role: Accessible.Grouping
                 Keys.onDownPressed: playback.volume -= 0.05
-                Keys.onEscapePressed: event => {
-                    event.accepted = fullScreen.isOn;
-                    fullScreen.isOn = false;
-                }
                 Keys.onLeftPressed: playback.seek(playback.position - 5)
-                Keys.onPressed: event => {
-                    event.accepted = event.key === Qt.Key_F;
-                    if (event.accepted)
-                        fullScreen.toggle();
-                }
                 Keys.onRightPressed: playback.seek(playback.position + 5)
                 // The window's own use of Escape waits until the video no longer fills the screen.
                 Keys.onShortcutOverride: event => {

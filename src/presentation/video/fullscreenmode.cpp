@@ -3,8 +3,19 @@
 
 #include "presentation/video/fullscreenmode.h"
 
+#include <chrono>
+
 namespace velto::presentation
 {
+
+FullScreenMode::FullScreenMode(QObject *parent)
+    : QObject(parent)
+{
+    // A window manager tells of states, of former ones too, some time after they were asked for.
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(std::chrono::milliseconds(300));
+    connect(&m_settling, &QTimer::timeout, this, &FullScreenMode::followWindow);
+}
 
 FullScreenMode::~FullScreenMode()
 {
@@ -17,10 +28,10 @@ void FullScreenMode::setWindow(QQuickWindow *window)
         return;
     setOn(false);
     if (m_window != nullptr)
-        m_window->disconnect(this);
+        m_window->disconnect(&m_settling);
     m_window = window;
     if (window != nullptr)
-        connect(window, &QWindow::visibilityChanged, this, &FullScreenMode::followWindow);
+        connect(window, &QWindow::visibilityChanged, &m_settling, qOverload<>(&QTimer::start));
     emit windowChanged();
 }
 
@@ -29,24 +40,18 @@ void FullScreenMode::setOn(bool isOn)
     if (m_isOn == isOn || m_window == nullptr)
         return;
     m_isOn = isOn;
-    m_hasArrived = false;
     if (isOn)
         m_former = m_window->visibility();
     m_window->setVisibility(isOn ? QWindow::FullScreen : m_former);
     emit isOnChanged();
 }
 
-// On the way there a window may pass through other states.
-void FullScreenMode::followWindow(QWindow::Visibility visibility)
+void FullScreenMode::followWindow()
 {
-    if (!m_isOn)
+    if (!m_isOn || m_window == nullptr || m_window->visibility() == QWindow::FullScreen)
         return;
-    if (visibility == QWindow::FullScreen) {
-        m_hasArrived = true;
-    } else if (m_hasArrived) {
-        m_isOn = false;
-        emit isOnChanged();
-    }
+    m_isOn = false;
+    emit isOnChanged();
 }
 
 } // namespace velto::presentation

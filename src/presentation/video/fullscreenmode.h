@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 namespace velto::presentation
@@ -21,7 +22,7 @@ class FullScreenMode : public QObject
     Q_PROPERTY(bool isOn READ isOn WRITE setOn NOTIFY isOnChanged FINAL)
 
 public:
-    using QObject::QObject;
+    explicit FullScreenMode(QObject *parent = nullptr);
     ~FullScreenMode() override;
 
     [[nodiscard]] QQuickWindow *window() const { return m_window; }
@@ -36,11 +37,11 @@ signals:
     void isOnChanged();
 
 private:
-    void followWindow(QWindow::Visibility visibility);
+    void followWindow();
 
     QPointer<QQuickWindow> m_window;
     bool m_isOn = false;
-    bool m_hasArrived = false; ///< The window has said that it fills the screen.
+    QTimer m_settling;
     QWindow::Visibility m_former = QWindow::Windowed;
 };
 

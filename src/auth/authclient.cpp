@@ -144,18 +144,8 @@ QCoro::Task<Result<Tokens>> AuthClient::login()
                     {QStringLiteral("code_verifier"), verifier},
                     {QStringLiteral("redirect_uri"), redirectURI},
                     {QStringLiteral("client_id"), clientID}};
-    const Result<Tokens> tokens = co_await tokenRequest(form);
-    if (!tokens)
-        co_return tokens;
-    if (!self)
-        co_return fail(AuthError::Kind::SessionExpired);
-    const Result<void> saved =
-        co_await m_store.saveSecret(tokens->refreshToken, refreshTokenAccount);
-    if (!saved)
-        co_return tl::unexpected(saved.error());
-    log(QStringLiteral("login: success — stored refresh %1, access expires_in=%2s")
-            .arg(base::tokenTail(tokens->refreshToken), QString::number(tokens->expiresIn)));
-    co_return tokens;
+    co_return co_await obtain(
+        form, QStringLiteral("login: success — stored refresh %1, access expires_in=%2s"));
 }
 
 QCoro::Task<Result<Tokens>> AuthClient::refresh()
@@ -244,11 +234,17 @@ QCoro::Task<Result<Tokens>> AuthClient::performRefresh()
 
 QCoro::Task<Result<Tokens>> AuthClient::rotate(QString token)
 {
-    const QPointer<AuthClient> self(this);
     log(QStringLiteral("refresh: presenting token %1").arg(base::tokenTail(token)));
     const Form form{{QStringLiteral("grant_type"), QStringLiteral("refresh_token")},
                     {QStringLiteral("refresh_token"), token},
                     {QStringLiteral("client_id"), clientID}};
+    co_return co_await obtain(
+        form, QStringLiteral("refresh: success — rotated to %1, access expires_in=%2s"));
+}
+
+QCoro::Task<Result<Tokens>> AuthClient::obtain(Form form, QString success)
+{
+    const QPointer<AuthClient> self(this);
     const Result<Tokens> tokens = co_await tokenRequest(form);
     if (!tokens)
         co_return tokens;
@@ -258,8 +254,7 @@ QCoro::Task<Result<Tokens>> AuthClient::rotate(QString token)
         co_await m_store.saveSecret(tokens->refreshToken, refreshTokenAccount);
     if (!saved)
         co_return tl::unexpected(saved.error());
-    log(QStringLiteral("refresh: success — rotated to %1, access expires_in=%2s")
-            .arg(base::tokenTail(tokens->refreshToken), QString::number(tokens->expiresIn)));
+    log(success.arg(base::tokenTail(tokens->refreshToken), QString::number(tokens->expiresIn)));
     co_return tokens;
 }
 

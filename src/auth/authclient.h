@@ -60,6 +60,8 @@ private:
     [[nodiscard]] QCoro::Task<base::Result<QUrl>> redirect(LoopbackServer *server, QUrl page);
     [[nodiscard]] QCoro::Task<base::Result<service::Tokens>> performRefresh();
     [[nodiscard]] QCoro::Task<base::Result<service::Tokens>> rotate(QString token);
+    /// Asks for tokens and stores them; logs `success` with the end of the new one and its life.
+    [[nodiscard]] QCoro::Task<base::Result<service::Tokens>> obtain(Form form, QString success);
     [[nodiscard]] QCoro::Task<base::Result<service::Tokens>> tokenRequest(Form form);
     [[nodiscard]] service::HTTPRequest formPost(const QString &path, const Form &form) const;
 

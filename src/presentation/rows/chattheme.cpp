@@ -67,7 +67,7 @@ BlockView errorCode(const CodeBlockConfiguration &block)
 
 BlockView fencedCode(const CodeBlockConfiguration &block)
 {
-    const BlockView view = plainCode(block).inset({4, 4, 4, 4});
+    BlockView view = plainCode(block).inset({4, 4, 4, 4});
     const QString language = block.language.value_or(QString()).trimmed();
     if (language.isEmpty())
         return view;

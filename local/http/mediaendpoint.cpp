@@ -19,10 +19,7 @@ namespace
 
 std::string entityTag(const MediaFile &file)
 {
-    // Appended to what is there: GCC 12 takes a literal in front of a temporary for an overflow.
-    std::string tag = "\"";
-    tag += std::string_view(sha256Text(file.content)).substr(0, 22);
-    return tag += '"';
+    return "\"" + sha256Text(file.content).substr(0, 22) + "\"";
 }
 
 std::optional<std::uint64_t> readNumber(std::string_view text)

@@ -25,7 +25,7 @@ import startup  # noqa: E402
 from support import desktop, session  # noqa: E402
 
 PAIRS = 7
-RICH = " ".join(["tools code long 5500"] * 13)
+RICH = "rich 100000"
 PLAIN = "long 100000"
 SECTION = """## Loads of week {0}
 

@@ -129,6 +129,7 @@ Item {
                 isStreaming: root.isStreaming
                 isUser: row.isUser
                 isReadOnly: root.readOnly
+                isSettled: follower.drawn
                 messageId: row.messageId
                 messageRow: row.index
                 messages: root.messages

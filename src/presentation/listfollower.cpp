@@ -107,10 +107,23 @@ void ListFollower::itemChange(ItemChange change, const ItemChangeData &data)
     if (change != ItemSceneChange)
         return;
     QObject::disconnect(m_frames);
+    QObject::disconnect(m_firstFrame);
     if (data.window != nullptr) {
+        // Queued: whatever follows is not part of that frame.
+        m_firstFrame = connect(data.window, &QQuickWindow::frameSwapped, this,
+                               &ListFollower::noteFrame, Qt::QueuedConnection);
         m_frames = connect(data.window, &QQuickWindow::afterAnimating, this,
                            [this] { m_settling = false; });
     }
+}
+
+void ListFollower::noteFrame()
+{
+    if (!m_opened)
+        return;
+    QObject::disconnect(m_firstFrame);
+    if (!std::exchange(m_drawn, true))
+        emit drawnChanged();
 }
 
 void ListFollower::updatePolish()

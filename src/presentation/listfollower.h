@@ -28,6 +28,8 @@ class ListFollower : public QQuickItem
     /// False until the view is to be put somewhere for the first time. A view that has no height
     /// till then makes the rows at its end only, none at its beginning.
     Q_PROPERTY(bool opened READ isOpened NOTIFY openedChanged FINAL)
+    /// A frame has shown the view since it was opened: there is time for what nobody sees at first.
+    Q_PROPERTY(bool drawn READ isDrawn NOTIFY drawnChanged FINAL)
 
 public:
     using QQuickItem::QQuickItem;
@@ -39,6 +41,7 @@ public:
     [[nodiscard]] bool isSticking() const { return m_sticking; }
     void setSticking(bool sticking);
     [[nodiscard]] bool isOpened() const { return m_opened; }
+    [[nodiscard]] bool isDrawn() const { return m_drawn; }
 
     /// Goes to the end with the next frame, sticking or not.
     Q_INVOKABLE void jump();
@@ -53,6 +56,7 @@ signals:
     void messagesChanged();
     void stickingChanged();
     void openedChanged();
+    void drawnChanged();
     /// Another message is the last one now, or none is.
     void lastMessageChanged();
     /// The view has been put to its end.
@@ -68,12 +72,14 @@ private slots:
 private:
     void noteLastMessage();
     void goToEnd();
+    void noteFrame();
     void orderRows();
 
     QPointer<QQuickItem> m_view;
     QPointer<chat::MessageListModel> m_messages;
     bool m_sticking = true;
     bool m_opened = false;
+    bool m_drawn = false;
     bool m_jumping = false;
     bool m_rowsChanged = false;
     QUuid m_lastMessage;
@@ -81,6 +87,7 @@ private:
     /// Rows may still take their heights in the frame that is being made.
     bool m_settling = false;
     QMetaObject::Connection m_frames;
+    QMetaObject::Connection m_firstFrame;
 };
 
 } // namespace velto::presentation

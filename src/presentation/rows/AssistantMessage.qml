@@ -17,6 +17,7 @@ Item {
     required property bool isLast
     required property bool isStreaming
     required property bool isReadOnly
+    required property bool isSettled
 
     signal growing
     signal reshaped
@@ -48,9 +49,7 @@ Item {
     Loader {
         id: actions
 
-        active: root.hasParts && !root.isReadOnly
-        // The first frame does without what only shows under the pointer.
-        asynchronous: true
+        active: root.hasParts && !root.isReadOnly && root.isSettled
         height: 22
         sourceComponent: AssistantActionsRow {
             currentVote: votes.vote

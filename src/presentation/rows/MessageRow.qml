@@ -23,6 +23,8 @@ Item {
     required property bool isStreaming
     /// Nothing can be done with the message.
     required property bool isReadOnly
+    /// There is time for what shows under the pointer only.
+    required property bool isSettled
     /// This row is the one that is rewritten.
     required property bool isEditing
 
@@ -56,6 +58,7 @@ Item {
             hasParts: root.partCount > 0
             isLast: root.isLast
             isReadOnly: root.isReadOnly
+            isSettled: root.isSettled
             isStreaming: root.isStreaming
             messageId: root.messageId
             messageRow: root.messageRow
@@ -76,6 +79,7 @@ Item {
             branchCount: root.branchCount
             createdAt: root.createdAt
             isReadOnly: root.isReadOnly
+            isSettled: root.isSettled
             isStreaming: root.isStreaming
             text: root.userText
 

@@ -16,6 +16,7 @@ Item {
     required property int activeBranch
     required property bool isStreaming
     required property bool isReadOnly
+    required property bool isSettled
 
     signal editRequested
     signal branchRequested(int index)
@@ -30,7 +31,7 @@ Item {
         id: pointer
     }
     Loader {
-        active: !root.isReadOnly
+        active: !root.isReadOnly && root.isSettled
         anchors.right: bubble.left
         anchors.rightMargin: Tokens.spaceTiny
         sourceComponent: UserBubbleHoverEdit {

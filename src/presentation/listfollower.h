@@ -47,8 +47,8 @@ public:
     Q_INVOKABLE void jump();
     /// Goes to the end with the next frame while sticking.
     Q_INVOKABLE void follow();
-    /// Something took another size by itself, such as a picture that has come: goes to the end while
-    /// sticking, unless the view was moved since it was put there.
+    /// Something took another size by itself, such as a picture that has come: goes to the end
+    /// while sticking, unless the view was moved since it was put there.
     Q_INVOKABLE void stay();
 
 signals:

@@ -135,6 +135,25 @@ TEST_F(AnswerPictures, aPictureLinkToAVideoIsAPicture)
     }));
 }
 
+// At its end neither the avatar nor anything else has a colour but the tokens.
+TEST_F(AnswerPictures, longCodeHasItsColoursInTheEnd)
+{
+    QString code = QStringLiteral("```python\n");
+    while (code.size() < 100'000)
+        code += QStringLiteral("def f(x):\n    return 'twelve' + str(12)\n");
+    answer(code + QStringLiteral("```"));
+    EXPECT_TRUE(waitUntil([&] {
+        const QImage shown = view.grabWindow();
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x) {
+                if (shown.pixelColor(x, y).saturation() > 80)
+                    return true;
+            }
+        }
+        return false;
+    }));
+}
+
 TEST_F(AnswerPictures, theListStaysAtItsEndWhenAPictureComes)
 {
     std::optional<Exchange> late;

@@ -3,7 +3,11 @@
 
 #include "presentation/rows/chattheme.h"
 
-#include "presentation/code/syntaxhighlighter.h"
+#include "presentation/code/codehighlighter.h"
+#include "support/coroutinetest.h"
+
+#include <QCoreApplication>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -157,6 +161,42 @@ TEST(ChatHighlighter, codeThatGrowsLooksLikeTheWhole)
         EXPECT_EQ(growing->part(0, half).plainText() + growing->part(half, size).plainText(),
                   piece);
     }
+}
+
+TEST(ChatHighlighter, longCodeGetsItsColoursFromAnotherThread)
+{
+    QString code;
+    while (code.size() <= CodeHighlighter::longText)
+        code += text("def f(x):\n    return 12  # end\n");
+    const AttributedString whole = chatHighlighter()->highlightCode(code, python, {});
+    const auto growing = chatHighlighter()->highlight(python, {});
+    std::optional<qsizetype> changed;
+    growing->setChanged([&](qsizetype from) { changed = from; });
+    EXPECT_EQ(growing->grow(code), 0);
+    EXPECT_EQ(growing->text(), code);
+    EXPECT_EQ(growing->part(0, code.size()).runs().size(), 1) << "plain until then";
+    ASSERT_TRUE(test::waitUntil([&] { return changed.has_value(); }));
+    EXPECT_EQ(*changed, 0);
+    EXPECT_EQ(growing->part(0, code.size()), whole);
+
+    changed.reset();
+    const QString longer = code + text("class C: pass\n");
+    EXPECT_EQ(growing->grow(longer), code.size());
+    ASSERT_TRUE(test::waitUntil([&] { return changed.has_value(); }));
+    EXPECT_EQ(growing->part(0, longer.size()),
+              chatHighlighter()->highlightCode(longer, python, {}));
+}
+
+TEST(ChatHighlighter, longCodeMayGoBeforeItsColoursHaveCome)
+{
+    auto growing = chatHighlighter()->highlight(python, {});
+    bool told = false;
+    growing->setChanged([&](qsizetype) { told = true; });
+    (void)growing->grow(QString(2 * CodeHighlighter::longText, u'1'));
+    growing.reset();
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(told);
 }
 
 } // namespace velto::presentation

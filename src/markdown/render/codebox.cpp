@@ -67,6 +67,7 @@ void CodeBox::setCode(const blocks::CodeBlock &code)
     if (!m_highlight || m_language != code.fenceInfo || !now.startsWith(m_code)) {
         m_highlight = m_textEnvironment->codeSyntaxHighlighter->highlight(code.fenceInfo,
                                                                           m_textEnvironment->text);
+        m_highlight->setChanged([this](qsizetype from) { takeLook(from); });
         m_starts.clear();
     }
     m_language = code.fenceInfo;
@@ -86,6 +87,16 @@ void CodeBox::setCode(const blocks::CodeBlock &code)
             m_overlay->setProperty(entry.key().toLatin1().constData(), entry.value());
     }
     invalidate();
+}
+
+void CodeBox::takeLook(qsizetype from)
+{
+    const auto behind = std::upper_bound(m_starts.cbegin(), m_starts.cend(), from);
+    for (auto index = std::max<std::ptrdiff_t>(behind - m_starts.cbegin() - 1, 0);
+         index < std::ssize(m_starts); ++index)
+        setPiece(static_cast<std::size_t>(index));
+    invalidate();
+    host().layOutSoon();
 }
 
 void CodeBox::setPiece(std::size_t index)

@@ -38,6 +38,8 @@ protected:
 
 private:
     void setCode(const blocks::CodeBlock &code);
+    /// The text from `from` on looks different now.
+    void takeLook(qsizetype from);
     void setPiece(std::size_t index);
     [[nodiscard]] QVariantMap overlayProperties() const;
     [[nodiscard]] AttributedString captionText() const;

@@ -5,8 +5,10 @@
 
 #include "markdown/render/attributedstring.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace velto::markdown
 {
@@ -23,6 +25,20 @@ public:
     [[nodiscard]] virtual const QString &text() const = 0;
     /// The text from `from` up to and without `to`, in UTF-16 units, with its look.
     [[nodiscard]] virtual AttributedString part(qsizetype from, qsizetype to) const = 0;
+
+    /// Whom to tell when the look of the text from a position on has changed by itself, such as
+    /// when it was worked out on another thread. Main thread.
+    void setChanged(std::function<void(qsizetype from)> changed) { m_changed = std::move(changed); }
+
+protected:
+    void tellChanged(qsizetype from) const
+    {
+        if (m_changed)
+            m_changed(from);
+    }
+
+private:
+    std::function<void(qsizetype)> m_changed;
 };
 
 /// Gives the text of a code block its colours. Main thread.

@@ -44,8 +44,8 @@ void RoundedPicture::paint(QPainter *painter)
             ? m_image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
             : m_image;
     QBrush brush(fitting);
-    brush.setTransform(QTransform::fromScale(all.width() / fitting.width(),
-                                             all.height() / fitting.height()));
+    brush.setTransform(
+        QTransform::fromScale(all.width() / fitting.width(), all.height() / fitting.height()));
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter->setPen(Qt::NoPen);
     painter->setBrush(brush);

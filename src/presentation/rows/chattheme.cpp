@@ -3,7 +3,8 @@
 
 #include "presentation/rows/chattheme.h"
 
-#include "presentation/code/growingcode.h"
+#include "presentation/code/codehighlighter.h"
+#include "presentation/code/syntaxhighlighter.h"
 
 #include <algorithm>
 #include <utility>
@@ -65,10 +66,15 @@ BlockView errorCode(const CodeBlockConfiguration &block)
     return codeSurface(block.label, Ink::failure(), Ink::failure().faded(0.08));
 }
 
+QString languageOf(const std::optional<QString> &fenceInfo)
+{
+    return fenceInfo.value_or(QString()).trimmed();
+}
+
 BlockView fencedCode(const CodeBlockConfiguration &block)
 {
     BlockView view = plainCode(block).inset({4, 4, 4, 4});
-    const QString language = block.language.value_or(QString()).trimmed();
+    const QString language = languageOf(block.language);
     if (language.isEmpty())
         return view;
     return view.caption(
@@ -77,56 +83,78 @@ BlockView fencedCode(const CodeBlockConfiguration &block)
         4);
 }
 
-/// One block of code with the colours of its tokens, on top of what the theme gives all code.
+TextAttributes inColour(TextAttributes attributes, TokenColor color)
+{
+    const Rgb parts = rgb(color);
+    attributes.foregroundColor =
+        Ink::of(QColor::fromRgbF(static_cast<float>(parts.red), static_cast<float>(parts.green),
+                                 static_cast<float>(parts.blue)));
+    return attributes;
+}
+
+/// A part of `code` with the colours of its tokens, on top of what the theme gives all code.
+AttributedString coloured(const QString &code, const TokenRanges &tokens,
+                          const TextAttributes &attributes, qsizetype from, qsizetype to)
+{
+    AttributedString part;
+    const auto add = [&](qsizetype end, const TextAttributes &look) {
+        if (end > from)
+            part.append(code.sliced(from, end - from), look);
+        from = std::max(from, end);
+    };
+    const auto endsBefore = [](const TokenRange &token, qsizetype position) {
+        return token.range.end <= position;
+    };
+    auto token = std::lower_bound(tokens.begin(), tokens.end(), from, endsBefore);
+    for (; token != tokens.end() && token->range.start < to; ++token) {
+        add(token->range.start, attributes);
+        add(std::min(token->range.end, to), inColour(attributes, token->color));
+    }
+    add(to, attributes);
+    return part;
+}
+
+/// One block of code. What is long gets its colours from another thread, a little later.
 class ColouredCode final : public CodeHighlight
 {
 public:
     ColouredCode(const std::optional<QString> &language, TextAttributes attributes)
-        : m_code(language.value_or(QString()).trimmed())
+        : m_language(languageOf(language))
         , m_attributes(std::move(attributes))
-    {}
+    {
+        QObject::connect(&m_highlighter, &CodeHighlighter::tokensChanged, &m_highlighter,
+                         [this](qsizetype from) {
+                             if (m_isGrowing)
+                                 m_changed = std::min(m_changed, from);
+                             else
+                                 tellChanged(from);
+                         });
+    }
 
     [[nodiscard]] qsizetype grow(const QString &code) override
     {
-        return m_code.append(QStringView(code).sliced(m_code.text().size()));
+        m_changed = m_text.size();
+        m_text = code;
+        m_isGrowing = true;
+        m_highlighter.setCode(code, m_language);
+        m_isGrowing = false;
+        return m_changed;
     }
 
-    [[nodiscard]] const QString &text() const override { return m_code.text(); }
+    [[nodiscard]] const QString &text() const override { return m_text; }
 
     [[nodiscard]] AttributedString part(qsizetype from, qsizetype to) const override
     {
-        AttributedString part;
-        const auto add = [&](qsizetype end, const TextAttributes &attributes) {
-            if (end > from)
-                part.append(text().sliced(from, end - from), attributes);
-            from = std::max(from, end);
-        };
-        const auto endsBefore = [](const TokenRange &token, qsizetype position) {
-            return token.range.end <= position;
-        };
-        const TokenRanges &tokens = m_code.tokens();
-        auto token = std::lower_bound(tokens.begin(), tokens.end(), from, endsBefore);
-        for (; token != tokens.end() && token->range.start < to; ++token) {
-            add(token->range.start, m_attributes);
-            add(std::min(token->range.end, to), coloured(token->color));
-        }
-        add(to, m_attributes);
-        return part;
+        return coloured(m_text, m_highlighter.tokens(), m_attributes, from, to);
     }
 
 private:
-    [[nodiscard]] TextAttributes coloured(TokenColor color) const
-    {
-        const Rgb parts = rgb(color);
-        TextAttributes attributes = m_attributes;
-        attributes.foregroundColor =
-            Ink::of(QColor::fromRgbF(static_cast<float>(parts.red), static_cast<float>(parts.green),
-                                     static_cast<float>(parts.blue)));
-        return attributes;
-    }
-
-    GrowingCode m_code;
+    QString m_language;
     TextAttributes m_attributes;
+    QString m_text;
+    qsizetype m_changed = 0;
+    bool m_isGrowing = false;
+    CodeHighlighter m_highlighter;
 };
 
 class TokenHighlighter final : public CodeSyntaxHighlighter
@@ -136,9 +164,8 @@ public:
                                                  const std::optional<QString> &language,
                                                  const TextAttributes &attributes) const override
     {
-        ColouredCode coloured(language, attributes);
-        (void)coloured.grow(code);
-        return coloured.part(0, code.size());
+        const TokenRanges tokens = SyntaxHighlighter::tokenRanges(code, languageOf(language));
+        return coloured(code, tokens, attributes, 0, code.size());
     }
 
     [[nodiscard]] std::unique_ptr<CodeHighlight>

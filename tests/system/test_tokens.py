@@ -118,8 +118,11 @@ class Hygiene(SystemTest):
         first = self.start_velto(self.proxy.base_url)
         self.sign_in(first)
         wait_until(lambda: self.trap.requests, "the redirect to be followed")
-        self.chat(first, "hello", "tools", "error",
-                  f"![picture]({self.trap.base_url}/picture.png) image video table")
+        # An answer to a message without a word for the agent says the message again.
+        self.chat(first, "hello", "tools", "error", "image video table",
+                  f"![picture]({self.trap.base_url}/picture.png)")
+        wait_until(lambda: "/picture.png" in [request.path for request in self.trap.requests],
+                   "the picture of an answer to be asked for")
         self.wait_for_expiry()
         self.chat(first, "after the token expired")
         self.assertEqual(first.end(), 0)
@@ -169,14 +172,20 @@ class Hygiene(SystemTest):
             for secret, kind in secrets.items():
                 self.assertNotIn(secret.encode(), request.head + request.body,
                                  f"another origin was sent a {kind}")
-        # Nothing but the redirect led there: a picture in an answer is not fetched.
-        self.assertEqual({request.path for request in self.trap.requests}, {"/elsewhere"})
-        # The token endpoints are asked without the access token.
+        # The redirect and the picture of an answer led there, and nothing else.
+        self.assertEqual({request.path for request in self.trap.requests},
+                         {"/elsewhere", "/picture.png"})
+        # The token endpoints are asked without the access token. So are the pictures of the cached
+        # conversation that shows before the session goes on.
+        media = 0
         for request in self.proxy.requests:
+            token = request.header("Authorization")
             if request.path.startswith("/auth/"):
-                self.assertIsNone(request.header("Authorization"))
-            else:
-                self.assertRegex(request.header("Authorization"), r"^Bearer \S+$")
+                self.assertIsNone(token)
+            elif token is not None or not request.path.startswith("/v1/media/"):
+                self.assertRegex(token or "", r"^Bearer \S+$", request.path)
+                media += request.path.startswith("/v1/media/")
+        self.assertGreaterEqual(media, 3, "pictures and the video, with the token")
 
 
 if __name__ == "__main__":

@@ -29,7 +29,7 @@ constexpr qreal letterScale = 0.75;
 
 Symbol::Symbol(QQuickItem *parent)
     : QQuickItem(parent)
-    , m_size(Tokens::body)
+    , m_size(13)
 {
     setFlag(ItemHasContents);
     setImplicitSize(side(), side());

@@ -7,6 +7,9 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QJSEngine>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace velto::controls
 {
@@ -33,7 +36,27 @@ QColor mixed(const QColor &a, const QColor &b, qreal share)
                             static_cast<float>(a.blueF() + (b.blueF() - a.blueF()) * share));
 }
 
+// Without asking for the font itself, which takes long.
+qreal desktopPixelSize()
+{
+    const QFont font = QGuiApplication::font();
+    if (font.pixelSize() > 0)
+        return font.pixelSize();
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const qreal dpi = screen == nullptr ? 96 : screen->logicalDotsPerInchY();
+    return font.pointSizeF() * dpi / 72;
+}
+
 } // namespace
+
+qreal textScaleFor(qreal pixelSize)
+{
+    constexpr qreal least = 12;
+    constexpr qreal most = 11.0 * 96 / 72;
+    if (pixelSize <= 0)
+        return 1;
+    return std::clamp(pixelSize / std::clamp(pixelSize, least, most), 0.75, 3.0);
+}
 
 Tokens &Tokens::instance()
 {
@@ -51,6 +74,7 @@ Tokens::Tokens()
 {
     qGuiApp->installEventFilter(this);
     applyPalette();
+    applyFont();
 }
 
 void Tokens::setScheme(Scheme scheme)
@@ -77,7 +101,18 @@ bool Tokens::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::ApplicationPaletteChange && watched == qGuiApp)
         applyPalette();
+    else if (event->type() == QEvent::ApplicationFontChange && watched == qGuiApp)
+        applyFont();
     return QObject::eventFilter(watched, event);
+}
+
+void Tokens::applyFont()
+{
+    const qreal scale = textScaleFor(desktopPixelSize());
+    if (qFuzzyCompare(m_textScale, scale))
+        return;
+    m_textScale = scale;
+    emit textScaleChanged();
 }
 
 void Tokens::applyPalette()

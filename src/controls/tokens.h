@@ -14,6 +14,10 @@ class QQmlEngine;
 namespace velto::controls
 {
 
+/// How much greater or smaller than usual a desktop wants its text, from the height of its font in
+/// device-independent pixels. Fonts of 9 to 11 points at 96 dpi are usual.
+[[nodiscard]] qreal textScaleFor(qreal pixelSize);
+
 /// Every colour, size and duration that screens share. Colours follow the desktop: its palette
 /// gives the accent and, where it agrees with the wanted scheme, text and background too.
 ///
@@ -51,9 +55,12 @@ class Tokens final : public QObject
     Q_PROPERTY(qreal radiusSmall MEMBER radiusSmall CONSTANT FINAL)
     Q_PROPERTY(qreal radiusMedium MEMBER radiusMedium CONSTANT FINAL)
 
-    Q_PROPERTY(int caption MEMBER caption CONSTANT FINAL)
-    Q_PROPERTY(int body MEMBER body CONSTANT FINAL)
-    Q_PROPERTY(int reading MEMBER reading CONSTANT FINAL)
+    /// What sizes of text are multiplied with: 1 for the text sizes that desktops usually have,
+    /// greater where the user wants greater text.
+    Q_PROPERTY(qreal textScale READ textScale NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(qreal caption READ caption NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(qreal body READ body NOTIFY textScaleChanged FINAL)
+    Q_PROPERTY(qreal reading READ reading NOTIFY textScaleChanged FINAL)
     Q_PROPERTY(qreal readingLineHeight MEMBER readingLineHeight CONSTANT FINAL)
 
     Q_PROPERTY(int quick MEMBER quick CONSTANT FINAL)
@@ -84,6 +91,11 @@ public:
     [[nodiscard]] QColor success() const { return m_success; }
     [[nodiscard]] QColor failure() const { return m_failure; }
 
+    [[nodiscard]] qreal textScale() const { return m_textScale; }
+    [[nodiscard]] qreal caption() const { return 12 * m_textScale; }
+    [[nodiscard]] qreal body() const { return 13 * m_textScale; }
+    [[nodiscard]] qreal reading() const { return 15 * m_textScale; }
+
     /// `colour` at `opacity` times its own.
     Q_INVOKABLE static QColor faded(const QColor &colour, qreal opacity);
 
@@ -93,14 +105,12 @@ public:
     static constexpr qreal spaceLarge = 20;
     static constexpr qreal radiusSmall = 7;
     static constexpr qreal radiusMedium = 12;
-    static constexpr int caption = 12;
-    static constexpr int body = 13;
-    static constexpr int reading = 15;
     static constexpr qreal readingLineHeight = 1.3;
     static constexpr int quick = 150;
 
 signals:
     void coloursChanged();
+    void textScaleChanged();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -109,8 +119,10 @@ private:
     Tokens();
 
     void applyPalette();
+    void applyFont();
 
     Scheme m_scheme = Scheme::NoPreference;
+    qreal m_textScale = 1;
     bool m_dark = false;
     QColor m_background;
     QColor m_surface;

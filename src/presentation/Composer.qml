@@ -59,7 +59,7 @@ FocusScope {
 
                 bottomPadding: 6
                 focus: true
-                font.pixelSize: 14
+                font.pixelSize: 14 * Tokens.textScale
                 label: qsTr("Message input")
                 leftPadding: 6
                 placeholderText: qsTr("Message velto…")

@@ -11,7 +11,7 @@ Item {
         anchors.centerIn: parent
         color: Tokens.faded(Tokens.primary, 0.9)
         font.letterSpacing: -1
-        font.pixelSize: 44
+        font.pixelSize: 44 * Tokens.textScale
         font.weight: Font.Medium
         text: qsTr("velto")
     }

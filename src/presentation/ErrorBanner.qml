@@ -51,7 +51,7 @@ Item {
             spacing: 2
 
             Label {
-                font.pixelSize: 12
+                font.pixelSize: 12 * Tokens.textScale
                 font.weight: Font.Medium
                 text: qsTr("Something went wrong")
                 width: parent.width
@@ -69,7 +69,7 @@ Item {
                     Accessible.readOnly: true
                     Accessible.role: Accessible.StaticText
                     color: Tokens.secondary
-                    font.pixelSize: 11
+                    font.pixelSize: 11 * Tokens.textScale
                     readOnly: true
                     selectByMouse: true
                     selectedTextColor: color

@@ -22,7 +22,7 @@ Item {
         anchors.right: parent.right
         color: Tokens.secondary
         elide: Text.ElideRight
-        font.pixelSize: 12
+        font.pixelSize: 12 * Tokens.textScale
         maximumLineCount: 1
         text: root.title
         y: 4

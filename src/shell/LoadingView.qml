@@ -28,7 +28,7 @@ Item {
         }
         Label {
             color: Tokens.secondary
-            font.pixelSize: 13
+            font.pixelSize: 13 * Tokens.textScale
             text: qsTr("Loading…")
         }
     }

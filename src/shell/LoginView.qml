@@ -72,14 +72,14 @@ FocusScope {
         Label {
             anchors.horizontalCenter: parent.horizontalCenter
             color: "white"
-            font.pixelSize: 38
+            font.pixelSize: 38 * Tokens.textScale
             font.weight: Font.DemiBold
             text: qsTr("velto")
         }
         Label {
             anchors.horizontalCenter: parent.horizontalCenter
             color: Tokens.faded("white", 0.85)
-            font.pixelSize: 15
+            font.pixelSize: 15 * Tokens.textScale
             font.weight: Font.Medium
             text: qsTr("Your AI colleague")
         }
@@ -118,7 +118,7 @@ FocusScope {
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     color: "black"
-                    font.pixelSize: 15
+                    font.pixelSize: 15 * Tokens.textScale
                     font.weight: Font.Medium
                     text: button.label
                     textFormat: Text.PlainText
@@ -130,7 +130,7 @@ FocusScope {
         Label {
             anchors.horizontalCenter: parent.horizontalCenter
             color: Tokens.faded("white", 0.65)
-            font.pixelSize: 12
+            font.pixelSize: 12 * Tokens.textScale
             horizontalAlignment: Text.AlignHCenter
             text: qsTr("By continuing, you agree to velto's Terms.")
             width: parent.width

@@ -4,8 +4,10 @@
 #include "controls/tokens.h"
 
 #include <QCoreApplication>
+#include <QFont>
 #include <QGuiApplication>
 #include <QQmlExtensionPlugin>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -69,6 +71,37 @@ TEST_F(TokensTest, textOnAPaleAccentIsBlack)
     EXPECT_EQ(Tokens::instance().onAccent(), QColor(Qt::white));
     usePalette(Qt::white, Qt::black, QColor(255, 240, 150));
     EXPECT_EQ(Tokens::instance().onAccent(), QColor(Qt::black));
+}
+
+TEST(TextScale, usualTextSizesAreTakenAsTheyAre)
+{
+    EXPECT_EQ(textScaleFor(12), 1);
+    EXPECT_EQ(textScaleFor(13.3), 1);
+    EXPECT_EQ(textScaleFor(14.6), 1);
+    EXPECT_EQ(textScaleFor(0), 1);
+    EXPECT_EQ(textScaleFor(-1), 1);
+}
+
+TEST(TextScale, whatIsBeyondThemCountsWithinBounds)
+{
+    EXPECT_NEAR(textScaleFor(22), 1.5, 0.001);
+    EXPECT_NEAR(textScaleFor(10.8), 0.9, 0.001);
+    EXPECT_EQ(textScaleFor(500), 3);
+    EXPECT_EQ(textScaleFor(1), 0.75);
+}
+
+TEST_F(TokensTest, textSizesFollowTheFontOfTheDesktop)
+{
+    const QFont usual = QGuiApplication::font();
+    QSignalSpy changed(&Tokens::instance(), &Tokens::textScaleChanged);
+    QFont greater = usual;
+    greater.setPixelSize(22);
+    QGuiApplication::setFont(greater);
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_NEAR(Tokens::instance().body(), 13 * 1.5, 0.01);
+    QGuiApplication::setFont(usual);
+    EXPECT_EQ(changed.count(), 2);
+    EXPECT_EQ(Tokens::instance().body(), 13);
 }
 
 TEST_F(TokensTest, fadingMultipliesTheOpacity)

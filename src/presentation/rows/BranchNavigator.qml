@@ -42,7 +42,7 @@ Item {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             color: Tokens.secondary
-            font.pixelSize: 11
+            font.pixelSize: 11 * Tokens.textScale
             text: "%1 / %2".arg(root.current + 1).arg(root.total)
             textFormat: Text.PlainText
         }

@@ -14,7 +14,7 @@ Text {
     Accessible.name: Timestamps.shortForm(date)
     Accessible.role: Accessible.StaticText
     color: Tokens.tertiary
-    font.pixelSize: 10
+    font.pixelSize: 10 * Tokens.textScale
     text: Timestamps.relative(date)
     textFormat: Text.PlainText
 }

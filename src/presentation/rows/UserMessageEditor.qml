@@ -50,7 +50,7 @@ Column {
                 }
 
                 bottomPadding: 10
-                font.pixelSize: 14
+                font.pixelSize: 14 * Tokens.textScale
                 label: qsTr("Edit message")
                 leftPadding: 14
                 rightPadding: 14

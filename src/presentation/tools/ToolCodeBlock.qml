@@ -20,7 +20,7 @@ Column {
         color: Tokens.secondary
         font.capitalization: Font.AllUppercase
         font.letterSpacing: 0.6
-        font.pixelSize: 9
+        font.pixelSize: 9 * Tokens.textScale
         font.weight: Font.DemiBold
         text: root.title
         visible: root.title !== ""

@@ -68,7 +68,7 @@ void readFontsAhead()
 void loadTheRest(QQmlEngine &engine)
 {
     QThreadPool::globalInstance()->start(&service::loadHTTPLibrary);
-    const QUrl screen(QStringLiteral("qrc:/qt/qml/Velto/Shell/SignedInScreen.qml"));
+    const QUrl screen(QStringLiteral("qrc:/qt/qml/Velto/Shell/MacShell.qml"));
     new QQmlComponent(&engine, screen, QQmlComponent::Asynchronous, &engine);
 }
 

@@ -25,19 +25,25 @@ Item {
     property Item previous: null
 
     signal closed
+    /// Left or right was pressed, -1 or 1: for menus that stand in a row.
+    signal stepped(int direction)
 
-    /// Below `item`, its left edge under the item's.
+    /// Below `item`, its left edge under the item's. A press on the item leaves it open.
     function openBelow(item: Item): void {
-        openAt(item, 0, item.height + Tokens.spaceTiny);
+        open(item, 0, item.height + Tokens.spaceTiny, true);
     }
     /// At a place of `item`, such as where the pointer is.
     function openAt(item: Item, x: real, y: real): void {
+        open(item, x, y, false);
+    }
+    function open(item: Item, x: real, y: real, staysForParent: bool): void {
         if (popup !== null)
             return popup.close();
         previous = item.Window.activeFocusItem;
         const component = Qt.createComponent("MenuPopup.qml");
-        popup = component.createObject(root, {entries, label, parent: item, x, y});
+        popup = component.createObject(root, {entries, label, parent: item, staysForParent, x, y});
         popup.closed.connect(finish);
+        popup.stepped.connect(stepped);
         popup.open();
     }
     function close(): void {

@@ -12,11 +12,13 @@ T.Menu {
 
     required property var entries
     required property string label
+    required property bool staysForParent
     property var chosen: null
     property real widest: 160
 
     readonly property bool hasMarks: entries.some(entry => entry.symbol !== undefined || entry.checked !== undefined)
 
+    closePolicy: T.Popup.CloseOnEscape | (staysForParent ? T.Popup.CloseOnPressOutsideParent : T.Popup.CloseOnPressOutside)
     height: Math.min(implicitHeight, parent.Window.height - 2 * margins)
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     implicitWidth: Math.min(widest + leftPadding + rightPadding, 420, parent.Window.width - 2 * margins)
@@ -46,7 +48,16 @@ T.Menu {
         model: root.contentModel
     }
 
-    onOpened: currentIndex = Math.max(0, entries.findIndex(entry => entry.checked === true))
+    onOpened: {
+        const canBeChosen = entry => entry.separator !== true && entry.enabled !== false;
+        const first = Math.max(entries.findIndex(entry => entry.checked === true), entries.findIndex(canBeChosen));
+        if (first < 0)
+            return;
+        currentIndex = first;
+        itemAt(first).forceActiveFocus(Qt.PopupFocusReason);
+    }
+
+    signal stepped(int direction)
 
     Instantiator {
         model: root.entries
@@ -54,6 +65,8 @@ T.Menu {
         delegate: MenuRow {
             hasMark: root.hasMarks
 
+            Keys.onLeftPressed: root.stepped(-1)
+            Keys.onRightPressed: root.stepped(1)
             onImplicitWidthChanged: root.widest = Math.max(root.widest, implicitWidth)
             onTriggered: root.chosen = entry
         }

@@ -129,6 +129,7 @@ void Tokens::applyPalette()
         m_primary = m_dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1c, 0x1c, 0x1e);
     }
     m_surface = m_dark ? mixed(m_background, m_primary, 0.06) : m_background;
+    m_sidebar = mixed(m_background, m_primary, 0.035);
     m_secondary = mixed(m_background, m_primary, 0.6);
     m_tertiary = mixed(m_background, m_primary, 0.45);
     // One pixel at half its weight.

@@ -33,6 +33,8 @@ class Tokens final : public QObject
     Q_PROPERTY(QColor background READ background NOTIFY coloursChanged FINAL)
     /// What floats over the background: the composer's card, the banner.
     Q_PROPERTY(QColor surface READ surface NOTIFY coloursChanged FINAL)
+    /// Behind the sidebar.
+    Q_PROPERTY(QColor sidebar READ sidebar NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor primary READ primary NOTIFY coloursChanged FINAL)
     Q_PROPERTY(QColor secondary READ secondary NOTIFY coloursChanged FINAL)
     /// The faintest of the three, for what is only looked for.
@@ -80,6 +82,7 @@ public:
     [[nodiscard]] static QString monospaced();
     [[nodiscard]] QColor background() const { return m_background; }
     [[nodiscard]] QColor surface() const { return m_surface; }
+    [[nodiscard]] QColor sidebar() const { return m_sidebar; }
     [[nodiscard]] QColor primary() const { return m_primary; }
     [[nodiscard]] QColor secondary() const { return m_secondary; }
     [[nodiscard]] QColor tertiary() const { return m_tertiary; }
@@ -126,6 +129,7 @@ private:
     bool m_dark = false;
     QColor m_background;
     QColor m_surface;
+    QColor m_sidebar;
     QColor m_primary;
     QColor m_secondary;
     QColor m_tertiary;

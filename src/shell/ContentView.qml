@@ -20,7 +20,8 @@ FocusScope {
         shownStatus = appState.authStatus;
         switch (shownStatus) {
         case AuthStatus.LoggedIn:
-            return screen.setSource("SignedInScreen.qml", {appState});
+            appState.profile.startLoad();
+            return screen.setSource("MacShell.qml", {appState});
         case AuthStatus.Error:
             return screen.setSource("FailedScreen.qml", {appState});
         case AuthStatus.LoggedOut:

@@ -14,7 +14,7 @@ Window {
 
     color: Tokens.background
     height: 760
-    minimumHeight: 600
+    minimumHeight: appState.authStatus === AuthStatus.LoggedOut ? 600 : 480
     minimumWidth: 480
     title: qsTr("velto")
     width: 1000
@@ -26,7 +26,7 @@ Window {
 
         window: root
     }
-    ContentView {
+    MacRoot {
         anchors.fill: parent
         appState: root.appState
         focus: true

@@ -42,6 +42,18 @@ TestCase {
         ]
         label: "Model"
     }
+    ActionMenu {
+        id: late
+
+        entries: [{text: "Not now", enabled: false}, {text: "Now", activate: () => root.chosen += "now"}]
+        label: "Late"
+    }
+    SignalSpy {
+        id: steps
+
+        signalName: "stepped"
+        target: late
+    }
     Alert {
         id: alert
 
@@ -152,6 +164,17 @@ TestCase {
         compare(choice.popup.currentIndex, 1);
         keyClick(Qt.Key_Return);
         tryCompare(root, "chosen", "two");
+    }
+    function test_theFirstEntryIsOneThatCanBeChosen(): void {
+        late.openBelow(opener);
+        tryVerify(() => late.shown && late.popup.opened);
+        compare(late.popup.currentIndex, 1);
+        steps.clear();
+        keyClick(Qt.Key_Right);
+        keyClick(Qt.Key_Left);
+        compare(steps.signalArguments.map(given => given[0]), [1, -1]);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !late.shown);
     }
     function test_entriesSayWhatTheyAre(): void {
         open(menu);

@@ -95,16 +95,6 @@ TestCase {
         tryVerify(() => kinds.length === 2);
         compare(kinds, [AuthStatus.Authenticating, AuthStatus.Error]);
     }
-    function test_newChatEmptiesTheChatAndFocusesTheInput(): void {
-        harness.cacheConversation(4);
-        harness.bootstrap(true, false);
-        show();
-        tryVerify(() => appState.authStatus === AuthStatus.LoggedIn);
-        button("Messages").forceActiveFocus();
-        keyClick(Qt.Key_N, Qt.ControlModifier);
-        compare(appState.messages.count, 0);
-        verify(button("Message input").activeFocus);
-    }
     function test_everyFocusableControlHasAName_data(): var {
         return [{tag: "signedIn", token: true}, {tag: "signedOut", token: false}];
     }

@@ -18,7 +18,7 @@ Item {
 
     readonly property var field: Window.activeFocusItem
     readonly property bool isText: field !== null && field.selectedText !== undefined
-    readonly property bool isWritable: isText && !field.readOnly
+    readonly property bool isWritable: isText && field.readOnly === false
 
     /// A title and its commands each; null is a line between two groups.
     readonly property var menus: [

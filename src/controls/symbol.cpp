@@ -6,9 +6,7 @@
 #include "controls/symbols.h"
 #include "controls/tokens.h"
 
-#include <QFont>
 #include <QImage>
-#include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
@@ -18,14 +16,6 @@
 
 namespace velto::controls
 {
-
-namespace
-{
-
-constexpr qreal fontScale = 1.3; // the shapes leave a margin that letters don't have
-constexpr qreal letterScale = 0.75;
-
-} // namespace
 
 Symbol::Symbol(QQuickItem *parent)
     : QQuickItem(parent)
@@ -44,7 +34,7 @@ Symbol::Symbol(QQuickItem *parent)
 
 int Symbol::side() const
 {
-    return static_cast<int>(std::lround(m_size * fontScale));
+    return static_cast<int>(std::lround(m_size * Symbols::fontScale));
 }
 
 QColor Symbol::color() const
@@ -123,24 +113,7 @@ QSGNode *Symbol::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 QImage Symbol::picture(qreal devicePixelRatio) const
 {
     const int pixels = std::max(1, static_cast<int>(std::lround(side() * devicePixelRatio)));
-    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.save();
-    painter.scale(pixels, pixels);
-    painter.fillPath(Symbols::outline(m_name), color());
-    painter.restore();
-    if (const QString letter = Symbols::letter(m_name); !letter.isEmpty()) {
-        QFont font;
-        font.setBold(true);
-        font.setPixelSize(
-            std::max(1, static_cast<int>(std::lround(m_size * letterScale * devicePixelRatio))));
-        painter.setFont(font);
-        painter.setPen(letterColor());
-        painter.drawText(image.rect(), Qt::AlignCenter, letter);
-    }
-    return image;
+    return Symbols::picture(m_name, pixels, {color(), letterColor()});
 }
 
 void Symbol::redraw()

@@ -3,17 +3,13 @@
 
 #include "controls/symbols.h"
 
-#include <QFile>
-#include <QFontDatabase>
-#include <QHash>
-#include <QMutex>
-#include <QMutexLocker>
-#include <QRawFont>
-#include <QTransform>
+#include "controls/symboloutlines.h"
+#include "controls/symboltable.h"
+
+#include <QPainter>
 
 #include <algorithm>
-#include <array>
-#include <string_view>
+#include <cmath>
 
 namespace velto::controls
 {
@@ -21,124 +17,76 @@ namespace velto::controls
 namespace
 {
 
-struct Entry
-{
-    std::u16string_view name;
-    char16_t glyph;
-    char16_t letter = 0;
-};
+using symboltable::Entry;
 
-constexpr std::array table{
-    Entry{u"arrow.clockwise", 0xe5d5},
-    Entry{u"arrow.down", 0xe5db},
-    Entry{u"arrow.down.right.and.arrow.up.left", 0xe5d1},
-    Entry{u"arrow.forward.to.line", 0xe31c},
-    Entry{u"arrow.up", 0xe5d8},
-    Entry{u"arrow.up.left.and.arrow.down.right", 0xe5d0},
-    Entry{u"bag", 0xe54c},
-    Entry{u"bubble.left.and.bubble.right", 0xe0bf},
-    Entry{u"building.2", 0xea40},
-    Entry{u"checkmark", 0xe5ca},
-    Entry{u"checkmark.circle.fill", 0xe86c},
-    Entry{u"checkmark.square.fill", 0xe834},
-    Entry{u"chevron.left", 0xe5cb},
-    Entry{u"chevron.right", 0xe5cc},
-    Entry{u"circle", 0xe836},
-    Entry{u"circle.fill", 0xef4a},
-    Entry{u"doc.on.doc", 0xe14d},
-    Entry{u"exclamationmark.triangle", 0xe8b2},
-    Entry{u"exclamationmark.triangle.fill", 0xe002},
-    Entry{u"g.circle.fill", 0xef4a, u'G'},
-    Entry{u"gauge.with.dots.needle.bottom.50percent", 0xe9e4},
-    Entry{u"hand.thumbsdown", 0xe9f2},
-    Entry{u"hand.thumbsdown.fill", 0xe8db},
-    Entry{u"hand.thumbsup", 0xe9f3},
-    Entry{u"hand.thumbsup.fill", 0xe8dc},
-    Entry{u"lightbulb", 0xe90f},
-    Entry{u"pause.fill", 0xe034},
-    Entry{u"pencil", 0xe254},
-    Entry{u"person.crop.circle", 0xe853},
-    Entry{u"photo", 0xe410},
-    Entry{u"play.fill", 0xe037},
-    Entry{u"plus", 0xe145},
-    Entry{u"puzzlepiece.extension", 0xe87b},
-    Entry{u"sidebar.left", 0xe114},
-    Entry{u"slider.horizontal.3", 0xe429},
-    Entry{u"sparkle", 0xe65f},
-    Entry{u"speaker.slash.fill", 0xe04f},
-    Entry{u"speaker.wave.2.fill", 0xe050},
-    Entry{u"square", 0xe835},
-    Entry{u"square.and.pencil", 0xe3c9},
-    Entry{u"square.fill", 0xe047},
-    Entry{u"stop.fill", 0xe047},
-    Entry{u"video.slash", 0xe04c},
-    Entry{u"wrench", 0xe869},
-    Entry{u"xmark", 0xe5cd},
-    Entry{u"xmark.circle.fill", 0xe5c9},
-};
+constexpr qreal letterScale = 0.75 / Symbols::fontScale; // of the shape
 
 const Entry *find(const QString &name)
 {
-    const auto *const entry = std::find_if(table.begin(), table.end(), [&](const Entry &candidate) {
+    const auto *const entry = std::ranges::find_if(symboltable::table, [&](const Entry &candidate) {
         return QStringView(candidate.name) == name;
     });
-    return entry == table.end() ? nullptr : entry;
+    return entry == symboltable::table.end() ? nullptr : entry;
 }
 
-constexpr qreal emSize = 512; // the font's own units, so that no coordinate is rounded
-
-QByteArray fontFile()
+// One move, line or curve; returns what comes after it.
+const std::int16_t *addSegment(QPainterPath &path, const std::int16_t *at)
 {
-    QFile file(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the icon font is not in the program");
-    return file.readAll();
-}
-
-QString loadFamily()
-{
-    const int id = QFontDatabase::addApplicationFontFromData(fontFile());
-    return QFontDatabase::applicationFontFamilies(id).value(0);
+    const auto point = [&](int index) {
+        return QPointF(at[1 + 2 * index], at[2 + 2 * index]) / symboloutlines::emSize;
+    };
+    switch (static_cast<symboloutlines::Segment>(*at)) {
+    case symboloutlines::Segment::Move:
+        path.moveTo(point(0));
+        return at + 3;
+    case symboloutlines::Segment::Line:
+        path.lineTo(point(0));
+        return at + 3;
+    case symboloutlines::Segment::Curve:
+        path.quadTo(point(0), point(1));
+        return at + 5;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
 
-// Read directly: a font that is announced to the system's font matching costs a search through all
-// installed fonts for every size in which it is used, and may lose to an installed one of its name.
-// Such a font lives no longer than the thread that made it, and scenes have threads of their own,
-// so only the outlines are kept.
 QPainterPath Symbols::outline(const QString &name)
-{
-    const QString character = glyph(name);
-    if (character.isEmpty())
-        return {};
-    static QMutex mutex;
-    static QHash<QString, QPainterPath> known;
-    const QMutexLocker lock(&mutex);
-    if (const auto found = known.constFind(character); found != known.cend())
-        return *found;
-    static const QByteArray file = fontFile();
-    const QRawFont font(file, emSize, QFont::PreferNoHinting);
-    const QPainterPath path = font.pathForGlyph(font.glyphIndexesForString(character).value(0));
-    return *known.insert(
-        character,
-        QTransform::fromScale(1 / emSize, 1 / emSize).map(path.translated(0, font.ascent())));
-}
-
-QString Symbols::family()
-{
-    static const QString loaded = loadFamily();
-    return loaded;
-}
-
-QString Symbols::glyph(const QString &name)
 {
     const Entry *entry = find(name);
     if (entry == nullptr) {
         qWarning("no symbol is named \"%s\"", qUtf8Printable(name));
         return {};
     }
-    return QString(QChar(entry->glyph));
+    const auto index = static_cast<std::size_t>(entry - symboltable::table.begin());
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    const std::int16_t *const segments = symboloutlines::segments.data();
+    const std::int16_t *at = segments + (index == 0 ? 0 : symboloutlines::ends[index - 1]);
+    while (at != segments + symboloutlines::ends[index])
+        at = addSegment(path, at);
+    return path;
+}
+
+QImage Symbols::picture(const QString &name, int side, const Inks &inks)
+{
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.save();
+    painter.scale(side, side);
+    painter.fillPath(outline(name), inks.shape);
+    painter.restore();
+    if (const QString inside = letter(name); !inside.isEmpty()) {
+        QFont font;
+        font.setBold(true);
+        font.setPixelSize(std::max(1, static_cast<int>(std::lround(side * letterScale))));
+        painter.setFont(font);
+        painter.setPen(inks.letter);
+        painter.drawText(image.rect(), Qt::AlignCenter, inside);
+    }
+    return image;
 }
 
 QString Symbols::letter(const QString &name)
@@ -150,7 +98,7 @@ QString Symbols::letter(const QString &name)
 QStringList Symbols::names()
 {
     QStringList names;
-    for (const Entry &entry : table)
+    for (const Entry &entry : symboltable::table)
         names.append(QStringView(entry.name).toString());
     return names;
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <QColor>
+#include <QImage>
 #include <QPainterPath>
 #include <QString>
 #include <QStringList>
@@ -10,22 +12,28 @@
 namespace velto::controls
 {
 
-/// The icon vocabulary: names as screens use them, shapes from the icon font that is compiled in.
-/// Main thread only.
+/// The icon vocabulary: names as screens use them, shapes that were taken from the icon font when
+/// the program was built. Any thread.
 class Symbols final
 {
 public:
     Symbols() = delete;
 
+    struct Inks
+    {
+        QColor shape;
+        QColor letter;
+    };
+
+    /// Side of the square of a shape beside a text of size 1: shapes leave a margin that letters
+    /// don't have.
+    static constexpr qreal fontScale = 1.3;
+
     /// The shape in a square of side 1, y downwards. Empty, with a warning, for a name that isn't
     /// in the table.
     [[nodiscard]] static QPainterPath outline(const QString &name);
-    /// Family of the icon font, for a mark among the letters of a text. The first read announces
-    /// the font to the system's font matching, which `outline` does without; empty when that
-    /// failed.
-    [[nodiscard]] static QString family();
-    /// The character of `family` that shows the mark. Empty, with a warning, as `outline`.
-    [[nodiscard]] static QString glyph(const QString &name);
+    /// The shape in a square of so many pixels, with what stands in it.
+    [[nodiscard]] static QImage picture(const QString &name, int side, const Inks &inks);
     /// What stands in the middle of the shape, as the letter in a lettered circle. Mostly empty.
     [[nodiscard]] static QString letter(const QString &name);
     [[nodiscard]] static QStringList names();

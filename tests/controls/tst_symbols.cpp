@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "controls/symbols.h"
+#include "controls/symboltable.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -9,8 +10,11 @@
 #include <QRawFont>
 #include <QRegularExpression>
 #include <QThread>
+#include <QTransform>
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 
@@ -69,21 +73,31 @@ TEST(Symbols, anyThreadGetsTheShape)
     }
 }
 
-// The same shape as the letter that text in the font would show.
+// The same shapes as the letters that text in the font would show.
 TEST(Symbols, aShapeIsTheGlyphOfTheFont)
 {
-    QFile file(QStringLiteral(":/qt/qml/Velto/Controls/symbols.ttf"));
+    QFile file(QStringLiteral(VELTO_SYMBOL_FONT));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QRawFont font(file.readAll(), 100, QFont::PreferNoHinting);
-    ASSERT_TRUE(font.supportsCharacter(QChar(0xe5d8)));
-    const QPainterPath glyph =
-        font.pathForGlyph(font.glyphIndexesForString(QString(QChar(0xe5d8))).value(0));
-    const QRectF expected = glyph.translated(0, font.ascent()).boundingRect();
-    const QRectF shape = Symbols::outline(QStringLiteral("arrow.up")).boundingRect();
-    EXPECT_NEAR(shape.left() * 100, expected.left(), 0.5);
-    EXPECT_NEAR(shape.top() * 100, expected.top(), 0.5);
-    EXPECT_NEAR(shape.width() * 100, expected.width(), 0.5);
-    EXPECT_NEAR(shape.height() * 100, expected.height(), 0.5);
+    for (const symboltable::Entry &entry : symboltable::table) {
+        const QString name = QStringView(entry.name).toString();
+        ASSERT_TRUE(font.supportsCharacter(QChar(entry.glyph))) << qPrintable(name);
+        const QPainterPath glyph =
+            font.pathForGlyph(font.glyphIndexesForString(QString(QChar(entry.glyph))).value(0))
+                .translated(0, font.ascent());
+        const QPainterPath shape = QTransform::fromScale(100, 100).map(Symbols::outline(name));
+        const auto differs = [](qreal one, qreal other) { return std::abs(one - other) > 0.5; };
+        const QRectF a = shape.boundingRect();
+        const QRectF b = glyph.boundingRect();
+        EXPECT_FALSE(differs(a.left(), b.left()) || differs(a.top(), b.top()) ||
+                     differs(a.right(), b.right()) || differs(a.bottom(), b.bottom()))
+            << qPrintable(name);
+        for (int x = 5; x < 100; x += 10) {
+            for (int y = 5; y < 100; y += 10)
+                EXPECT_EQ(shape.contains(QPointF(x, y)), glyph.contains(QPointF(x, y)))
+                    << qPrintable(name) << " at " << x << ", " << y;
+        }
+    }
 }
 
 TEST(Symbols, everyNameThatAScreenUsesIsInTheTable)

@@ -23,6 +23,13 @@ void BlockItem::redraw()
         update();
 }
 
+void BlockItem::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemDevicePixelRatioHasChanged)
+        redraw();
+}
+
 QSGNode *BlockItem::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
     delete old;

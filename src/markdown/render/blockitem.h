@@ -24,6 +24,7 @@ public:
 
 protected:
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
     virtual void paint(QSGNode &node);
     [[nodiscard]] Box *box() const { return m_box; }
 

@@ -9,6 +9,7 @@
 #include "markdown/render/textnode.h"
 
 #include <QFontMetricsF>
+#include <QQuickWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -22,8 +23,6 @@ namespace
 
 // Between the frame of the marker and the item's text.
 constexpr RelativeSize markerDistance = em(0.45);
-// A symbol's glyphs leave a margin that letters don't have.
-constexpr qreal symbolScale = 1.3;
 
 qreal emSize(const Environment &environment)
 {
@@ -65,17 +64,9 @@ void ListItemBox::setContent(const QList<BlockNode> &blocks, const BlockView &vi
 
 AttributedString ListItemBox::markerText() const
 {
-    TextAttributes attributes = m_marker.textStyle().applied(environment()->text);
     AttributedString text;
-    if (const auto *symbol = std::get_if<BlockView::Symbol>(&m_marker.content())) {
-        FontProperties &font = attributes.fontProperties;
-        font.family = CustomFamily{controls::Symbols::family()};
-        font.size = symbol->size.points(font.scaledSize(), attributes.baseSize) * symbolScale;
-        font.scale = 1;
-        text.append(controls::Symbols::glyph(symbol->name), attributes);
-    } else if (const auto *words = std::get_if<BlockView::Text>(&m_marker.content())) {
-        text.append(words->text, attributes);
-    }
+    if (const auto *words = std::get_if<BlockView::Text>(&m_marker.content()))
+        text.append(words->text, m_marker.textStyle().applied(environment()->text));
     return text;
 }
 
@@ -153,34 +144,62 @@ std::optional<qreal> ListItemBox::contentBaseline() const
     return m_content.firstBaseline();
 }
 
-QPointF ListItemBox::markerPosition(const LaidText &marker) const
+qreal ListItemBox::markerX(qreal width) const
 {
-    const qreal width = marker.idealWidth();
     const auto alignment =
         m_marker.frame() ? m_marker.frame()->alignment : BlockView::Alignment::Leading;
-    qreal x = alignment == BlockView::Alignment::Leading  ? 0
-              : alignment == BlockView::Alignment::Center ? (m_markerWidth - width) / 2
-                                                          : m_markerWidth - width;
-    if (isRightToLeft())
-        x = size().width() - x - width;
+    const qreal x = alignment == BlockView::Alignment::Leading  ? 0
+                    : alignment == BlockView::Alignment::Center ? (m_markerWidth - width) / 2
+                                                                : m_markerWidth - width;
+    return isRightToLeft() ? size().width() - x - width : x;
+}
+
+qreal ListItemBox::markerBaseline() const
+{
     const qreal own = LaidText::singleLineBaseline(environment()->text, environment()->lineHeight);
-    const qreal baseline = m_content.firstBaseline().value_or(own);
-    if (std::holds_alternative<BlockView::Text>(m_marker.content()))
-        return {std::round(x), contentOrigin().y() + baseline - marker.firstBaseline()};
+    return contentOrigin().y() + m_content.firstBaseline().value_or(own);
+}
+
+void ListItemBox::paintText(QSGNode &node, QQuickItem &item) const
+{
+    const AttributedString text = markerText();
+    if (text.isEmpty())
+        return;
+    const LaidText marker(text, {1, Qt::AlignLeft, false});
+    const QPointF position(std::round(markerX(marker.idealWidth())),
+                           markerBaseline() - marker.firstBaseline());
+    addText(node, item, marker, {position, 0, 0, {}});
+}
+
+// Drawn as a shape: a font of marks would have to be announced to the system's font matching.
+void ListItemBox::paintSymbol(QSGNode &node, QQuickItem &item,
+                              const BlockView::Symbol &symbol) const
+{
+    using controls::Symbols;
+    const TextAttributes attributes = m_marker.textStyle().applied(environment()->text);
+    const qreal textSize =
+        symbol.size.points(attributes.fontProperties.scaledSize(), attributes.baseSize);
+    const qreal ratio = item.window()->effectiveDevicePixelRatio();
+    const int pixels =
+        std::max(1, static_cast<int>(std::lround(textSize * Symbols::fontScale * ratio)));
+    const qreal side = pixels / ratio;
     // Symbols stand centred at half the height of a capital.
     const QFontMetricsF metrics(environment()->text.fontProperties.font());
-    const qreal middle = baseline - metrics.capHeight() / 2;
-    return {x, contentOrigin().y() + middle - marker.size().height() / 2};
+    const qreal y = markerBaseline() - metrics.capHeight() / 2 - side / 2;
+    const QColor colour = attributes.foregroundColor.value_or(Ink::primary()).colour();
+    addPicture(
+        node, item,
+        {std::round(markerX(side) * ratio) / ratio, std::round(y * ratio) / ratio, side, side},
+        Symbols::picture(symbol.name, pixels, {colour, colour}));
 }
 
 void ListItemBox::paint(QSGNode &node, QQuickItem &item)
 {
     Box::paint(node, item);
-    const AttributedString text = markerText();
-    if (text.isEmpty())
-        return;
-    LaidText marker(text, {1, Qt::AlignLeft, false});
-    addText(node, item, marker, {markerPosition(marker), 0, 0, {}});
+    if (const auto *symbol = std::get_if<BlockView::Symbol>(&m_marker.content()))
+        paintSymbol(node, item, *symbol);
+    else
+        paintText(node, item);
 }
 
 ListBox::ListBox(BoxHost &host, const EnvironmentPointer &environment, const BlockView &view,

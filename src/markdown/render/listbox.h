@@ -43,8 +43,12 @@ protected:
     [[nodiscard]] std::optional<qreal> contentBaseline() const override;
 
 private:
-    [[nodiscard]] QPointF markerPosition(const LaidText &marker) const;
+    /// Where a marker of that width begins.
+    [[nodiscard]] qreal markerX(qreal width) const;
+    [[nodiscard]] qreal markerBaseline() const;
     [[nodiscard]] AttributedString markerText() const;
+    void paintText(QSGNode &node, QQuickItem &item) const;
+    void paintSymbol(QSGNode &node, QQuickItem &item, const BlockView::Symbol &symbol) const;
 
     BlockView m_marker = BlockView::label();
     QString m_spoken;

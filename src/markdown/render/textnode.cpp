@@ -9,7 +9,9 @@
 #include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QRawFont>
+#include <QSGImageNode>
 #include <QTextLayout>
 
 #include <QtQuick/private/qquickitem_p.h>
@@ -147,6 +149,17 @@ void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle, c
         node->setPenWidth(line);
     }
     node->update();
+    parent.appendChildNode(node);
+}
+
+void addPicture(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle, const QImage &picture)
+{
+    QQuickWindow &window = *owner.window();
+    QSGImageNode *node = window.createImageNode();
+    node->setOwnsTexture(true);
+    node->setTexture(window.createTextureFromImage(picture, QQuickWindow::TextureCanUseAtlas));
+    node->setSourceRect(picture.rect());
+    node->setRect(rectangle);
     parent.appendChildNode(node);
 }
 

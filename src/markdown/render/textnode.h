@@ -33,5 +33,7 @@ void addText(QSGNode &parent, QQuickItem &owner, const LaidText &text,
 /// Adds a filled rectangle; `line` outlines it instead where it is wider than zero.
 void addRectangle(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle, const QColor &colour,
                   qreal radius = 0, qreal line = 0);
+/// Adds a picture. Render thread, while the main thread waits.
+void addPicture(QSGNode &parent, QQuickItem &owner, const QRectF &rectangle, const QImage &picture);
 
 } // namespace velto::markdown

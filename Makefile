@@ -1,12 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The velto authors
 # SPDX-License-Identifier: MIT
 
-.PHONY: help run test gallery bench fuzz lint format
+.PHONY: help run test gallery screenshots bench fuzz lint format
 
 help:
 	@echo 'make run     build velto and velto-local, run them together'
 	@echo 'make test    build everything, run all tests in a desktop of their own'
 	@echo 'make gallery show Markdown in a window, to look at it'
+	@echo 'make screenshots  take pictures of every screen into build/screenshots'
 	@echo 'make bench   build and run the benchmarks, write build/bench.json'
 	@echo 'make fuzz    run every fuzz target for a minute'
 	@echo 'make lint    clang-format, shellcheck, qmllint, clang-tidy'
@@ -20,6 +21,9 @@ test:
 
 gallery:
 	@scripts/gallery.sh
+
+screenshots:
+	@scripts/screenshots.sh
 
 bench:
 	@scripts/bench.sh

@@ -125,6 +125,29 @@ def content_of(node):
     return node.text or node.name
 
 
+def make_home(folder):
+    """A user's folders, empty."""
+    for name in ("home/.local/share", "home/.config", "home/.cache", "home/.local/state", "tmp"):
+        (folder / name).mkdir(parents=True, exist_ok=True)
+
+
+def environment_of(folder, **more):
+    """That of a user's programs: this desktop, and the home of `make_home`."""
+    home = folder / "home"
+    values = {name: value for name, value in os.environ.items()
+              if not name.startswith("XDG_") or name == "XDG_RUNTIME_DIR"}
+    for name in ("VELTO_API_BASE_URL", "BROWSER", "VELTO_TEST_DESKTOP"):
+        values.pop(name, None)
+    values.update(HOME=str(home), TMPDIR=str(folder / "tmp"),
+                  XDG_DATA_HOME=str(home / ".local/share"),
+                  XDG_CONFIG_HOME=str(home / ".config"),
+                  XDG_CACHE_HOME=str(home / ".cache"),
+                  XDG_STATE_HOME=str(home / ".local/state"),
+                  QT_QUICK_BACKEND="software")
+    values.update({name: str(value) for name, value in more.items()})
+    return values
+
+
 class SystemTest(unittest.TestCase):
     maxDiff = None
     token_rate = 400
@@ -136,9 +159,7 @@ class SystemTest(unittest.TestCase):
         self.addCleanup(self._end_programs)
         self.home = self.folder / "home"
         self.data_home = self.home / ".local/share"
-        for folder in (self.data_home, self.home / ".config", self.home / ".cache",
-                       self.home / ".local/state", self.folder / "tmp"):
-            folder.mkdir(parents=True)
+        make_home(self.folder)
         desktop.clear_token()
 
     def run(self, result=None):
@@ -171,19 +192,7 @@ class SystemTest(unittest.TestCase):
         print(f"{self.id()}: what was seen is in {folder}")
 
     def environment(self, **more):
-        """That of a user's programs: this desktop, and a home of the test's own."""
-        values = {name: value for name, value in os.environ.items()
-                  if not name.startswith("XDG_") or name == "XDG_RUNTIME_DIR"}
-        for name in ("VELTO_API_BASE_URL", "BROWSER", "VELTO_TEST_DESKTOP"):
-            values.pop(name, None)
-        values.update(HOME=str(self.home), TMPDIR=str(self.folder / "tmp"),
-                      XDG_DATA_HOME=str(self.data_home),
-                      XDG_CONFIG_HOME=str(self.home / ".config"),
-                      XDG_CACHE_HOME=str(self.home / ".cache"),
-                      XDG_STATE_HOME=str(self.home / ".local/state"),
-                      QT_QUICK_BACKEND="software")
-        values.update({name: str(value) for name, value in more.items()})
-        return values
+        return environment_of(self.folder, **more)
 
     def use_tall_window(self):
         """Only messages in sight are there for a screen reader: makes room for several."""

@@ -129,6 +129,8 @@ prepare_session() {
     fi
 }
 
+velto_runs() { [[ $(bus_call NameHasOwner string:ltd.orbax.velto 2>/dev/null) == *true* ]]; }
+
 service_answers_or_ended() { [[ -s $FOLDER/port ]] || ended "$SERVICE_PID"; }
 
 start_service() {
@@ -151,6 +153,11 @@ if [[ -z ${VELTO_RUN_BUILD:-} ]]; then
 fi
 FOLDER=$(mktemp -d "${TMPDIR:-/tmp}/velto-run.XXXXXX")
 prepare_session
+if velto_runs; then
+    say "velto runs in this session already: bringing it forward"
+    "$BIN/bin/velto" "$@"
+    exit
+fi
 start_service
 start_helper "$BIN/bin/velto" "$@"
 wait "${STARTED_PIDS[-1]}"

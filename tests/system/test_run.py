@@ -126,6 +126,18 @@ class Run(SystemTest):
         desktop.press_key("Return")
         return False
 
+    def test_a_second_run_brings_the_first_one_forward(self):
+        script = self.run_script()
+        velto = self.wait_for_velto(script)
+        window = desktop.windows_of(velto)[0]
+        desktop.minimise(window)
+        wait_until(lambda: not desktop.windows_of(velto), "the window to be minimised")
+        again = self.run_script()
+        self.assertEqual(again.wait(), 0, again.log)
+        self.assertIn("velto runs in this session already", again.output)
+        wait_until(lambda: desktop.active_window() == window, "the window to come forward")
+        self.end_client(script, velto)
+
     def test_without_a_display_it_says_so(self):
         environment = self.environment(VELTO_RUN_BUILD=BUILD_FOLDER)
         environment.pop("DISPLAY")

@@ -1,18 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
+#include "base/log.h"
 #include "chat/appstate.h"
 #include "chat/conversationcache.h"
 #include "controls/accessibility.h"
 #include "controls/tokens.h"
 #include "frametrace.h"
+#include "mainwindow.h"
 #include "markdown/imageview/networkimageloaderkey.h"
 #include "patientsecrets.h"
 #include "platform/colorscheme.h"
+#include "platform/instance.h"
+#include "platform/notification.h"
 #include "platform/urlopener.h"
 #include "presentation/media/mediaimageloader.h"
 #include "service/apibaseurl.h"
 #include "service/transport.h"
+#include "shell/closenotice.h"
+#include "shell/commandline.h"
+#include "shell/deeplinks.h"
 #include "shell/refusingnetwork.h"
 #include "startuptrace.h"
 #include "terminationsignals.h"
@@ -22,6 +29,7 @@
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQmlExtensionPlugin>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QThreadPool>
 #include <QTimer>
@@ -29,6 +37,7 @@
 #include <fontconfig/fontconfig.h>
 
 #include <chrono>
+#include <cstdio>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_MarkdownPlugin)
@@ -112,19 +121,82 @@ void beginAfterFirstFrame(PatientSecrets &secrets, QQuickWindow &window, QQmlEng
     QTimer::singleShot(std::chrono::milliseconds(500), &window, begin);
 }
 
-QQuickWindow *loadWindow(QQmlApplicationEngine &engine, chat::AppState &state)
+/// A note in the window, for a desktop that shows none.
+void showNote(QQmlEngine &engine, QQuickWindow &window, shell::CloseNotice &notice)
 {
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine.setInitialProperties({{QStringLiteral("appState"), QVariant::fromValue(&state)}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/Main.qml")));
-    return qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/CloseNote.qml")));
+    QObject *note = component.createWithInitialProperties(
+        {{QStringLiteral("title"), shell::CloseNotice::title()},
+         {QStringLiteral("message"), shell::CloseNotice::text()},
+         {QStringLiteral("parent"), QVariant::fromValue(window.contentItem())}});
+    if (note == nullptr)
+        return notice.noteRead(); // better closed untold than open for good
+    note->setParent(&window);
+    QObject::connect(note, SIGNAL(read()), &notice, SLOT(noteRead()));
+    QObject::connect(note, SIGNAL(read()), note, SLOT(deleteLater()));
 }
 
-int run(int argc, char **argv)
+void tellWhenFirstClosed(QQmlEngine &engine, QQuickWindow &window)
 {
-    readFontConfigurationAhead();
-    describeApplication();
-    const QGuiApplication application(argc, argv);
+    auto *notice = new shell::CloseNotice(
+        window, [] { return false; }, &platform::notify, &window);
+    QObject::connect(notice, &shell::CloseNotice::noteWanted, notice,
+                     [&engine, &window, notice] { showNote(engine, window, *notice); });
+}
+
+void answer(platform::Instance &instance, MainWindow &window, shell::DeepLinks &links,
+            chat::AppState &state)
+{
+    using platform::Instance;
+    QObject::connect(&instance, &Instance::launched, &window,
+                     [&window, &links](const platform::Launch &launch) {
+                         window.present(launch.token);
+                         links.open(launch.urls);
+                     });
+    QObject::connect(&instance, &Instance::newChatRequested, &window,
+                     [&window, &state](const QByteArray &token) {
+                         window.present(token);
+                         state.newConversation();
+                         state.requestInputFocus();
+                     });
+    QObject::connect(&instance, &Instance::quitRequested, qApp, &QCoreApplication::quit);
+    QObject::connect(&instance, &Instance::replaced, qApp, [] {
+        base::logLine(QLatin1String("app"), QStringLiteral("another velto has taken over"));
+        QCoreApplication::quit();
+    });
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &instance, &Instance::release);
+}
+
+/// Whether this program is the one that goes on. Else somebody else does what it was started for.
+bool isTheOne(platform::Instance &instance, const shell::CommandLine &line, const QByteArray &token)
+{
+    using Standing = platform::Instance::Standing;
+    if (instance.standing() != Standing::Second)
+        return true;
+    if (line.isService)
+        return false; // whoever wanted it started asks the other one now
+    const Standing standing = instance.handOver({.urls = line.links, .token = token});
+    if (standing == Standing::Successor)
+        base::logLine(QLatin1String("app"),
+                      QStringLiteral("the velto that runs doesn't answer: this one takes over"));
+    return standing != Standing::Second;
+}
+
+/// A service that nobody has anything for, as when it was started by hand.
+void endUnlessWanted(const MainWindow &window)
+{
+    constexpr std::chrono::seconds patience(10);
+    auto *timer = new QTimer(qApp);
+    timer->setSingleShot(true);
+    QObject::connect(timer, &QTimer::timeout, qApp, &QCoreApplication::quit);
+    QObject::connect(&window, &MainWindow::loaded, timer, &QTimer::stop);
+    timer->start(patience);
+}
+
+int run(const shell::CommandLine &line, const QByteArray &token)
+{
+    const auto instance = platform::makeSystemInstance();
+    instance->claim();
     const TerminationSignals signals_;
     controls::installAccessibility();
 
@@ -135,8 +207,6 @@ int run(int argc, char **argv)
     chat::AppState state(
         {secrets, browser, service::apiBaseURL(), chat::conversationcache::defaultFile()});
     browser.setOwnSchemeHandler([&state](const QUrl &url) { state.handleDeepLink(url); });
-    // Ahead of the window, so that the cached conversation is in its first frame.
-    state.startBootstrap();
 
     service::Transport pictureTransport;
     presentation::MediaImageLoader pictures(pictureTransport, service::apiBaseURL(),
@@ -146,20 +216,72 @@ int run(int argc, char **argv)
     shell::RefusingNetwork network;
     QQmlApplicationEngine engine;
     engine.setNetworkAccessManagerFactory(&network);
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     markdown::NetworkImageLoaderKey::setLoader(engine, &pictures);
-    QQuickWindow *window = loadWindow(engine, state);
-    if (window == nullptr) {
-        secrets.begin(); // whoever waits there has to end
+    if (!isTheOne(*instance, line, token))
+        return EXIT_SUCCESS;
+
+    MainWindow window(engine, state);
+    shell::DeepLinks links(state);
+    links.open(line.links);
+    QObject::connect(&window, &MainWindow::loaded, &engine, [&](QQuickWindow *loaded) {
+        if (line.tracesStartup)
+            traceFirstFrame(*loaded);
+        if (line.tracesFrames)
+            traceFrames(*loaded);
+        beginAfterFirstFrame(secrets, *loaded, engine);
+        tellWhenFirstClosed(engine, *loaded);
+    });
+    QObject::connect(&window, &MainWindow::appeared, &engine, [&links] { links.begin(); });
+    answer(*instance, window, links, state);
+    if (line.isService) {
+        endUnlessWanted(window);
+    } else if (!window.load()) {
         return EXIT_FAILURE;
     }
-    if (QGuiApplication::arguments().contains(QLatin1String("--trace-startup")))
-        traceFirstFrame(*window);
-    if (QGuiApplication::arguments().contains(QLatin1String("--trace-frames")))
-        traceFrames(*window);
-    beginAfterFirstFrame(secrets, *window, engine);
     const auto scheme = platform::makeSystemColorScheme();
     followColorScheme(*scheme);
     return QGuiApplication::exec();
+}
+
+void print(FILE *file, const QString &text)
+{
+    std::fputs(qUtf8Printable(text), file);
+    std::fflush(file);
+}
+
+/// What needs no desktop.
+bool printsOnly(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int index = 1; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    const shell::CommandLine line = shell::parseCommandLine(arguments);
+    if (line.showsHelp)
+        print(stdout, shell::usage());
+    else if (line.showsVersion)
+        print(stdout, QStringLiteral("velto %1\n").arg(QLatin1String(VELTO_VERSION)));
+    return line.showsHelp || line.showsVersion;
+}
+
+int start(int argc, char **argv)
+{
+    if (printsOnly(argc, argv))
+        return EXIT_SUCCESS;
+    constexpr int wrongUsage = 2;
+    const QByteArray token = platform::launchToken();
+    readFontConfigurationAhead();
+    describeApplication();
+    const QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    // Without what is Qt's own.
+    const shell::CommandLine line = shell::parseCommandLine(QGuiApplication::arguments().mid(1));
+    if (!line.unknown.isNull()) {
+        print(stderr, QStringLiteral("velto: “%1” is neither an option nor a link of velto\n%2")
+                          .arg(line.unknown, shell::usage()));
+        return wrongUsage;
+    }
+    return run(line, token);
 }
 
 } // namespace
@@ -168,5 +290,5 @@ int run(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    return velto::app::run(argc, argv);
+    return velto::app::start(argc, argv);
 }

@@ -35,6 +35,11 @@ void WindowPlacement::setWindow(QWindow *window)
         connect(window, &QWindow::widthChanged, this, &WindowPlacement::noteSize);
         connect(window, &QWindow::heightChanged, this, &WindowPlacement::noteSize);
         connect(window, &QWindow::windowStateChanged, this, &WindowPlacement::noteSize);
+        // A program without a window may run for weeks and end in any way.
+        connect(window, &QWindow::visibleChanged, this, [this](bool visible) {
+            if (!visible)
+                save();
+        });
     }
     emit windowChanged();
 }

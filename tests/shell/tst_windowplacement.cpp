@@ -58,6 +58,15 @@ TEST_F(WindowPlacementTest, bringsTheSizeBack)
     EXPECT_FALSE(next.windowStates().testFlag(Qt::WindowMaximized));
 }
 
+TEST_F(WindowPlacementTest, remembersTheSizeWhenTheWindowCloses)
+{
+    placement.restore();
+    window.resize(640, 620);
+    QCoreApplication::processEvents();
+    window.close();
+    EXPECT_EQ(QSettings().value(QStringLiteral("window/size")).toSize(), QSize(640, 620));
+}
+
 TEST_F(WindowPlacementTest, bringsAMaximisedWindowBackMaximisedAndKeepsItsSize)
 {
     placement.restore();

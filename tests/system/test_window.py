@@ -50,11 +50,13 @@ class Window(SystemTest):
         self.assertEqual(velto.end(), 0)
         self.assert_restored((820, 690))
 
-    def test_comes_back_in_its_size_after_its_close_button(self):
+    def test_comes_back_in_its_size_after_its_close_button_and_a_crash(self):
         velto = self.start()
         self.resize(velto, 930, 640)
         desktop.close_window()
-        self.assertEqual(velto.wait(), 0)
+        velto.button("Close window").act()
+        wait_until(lambda: not desktop.windows_of(velto.pid), "the window to close")
+        velto.kill()
         self.assert_restored((930, 640))
 
     def test_a_remembered_size_below_the_smallest_is_not_taken(self):

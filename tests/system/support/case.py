@@ -206,17 +206,24 @@ class SystemTest(unittest.TestCase):
         self.programs.append(service)
         return service
 
-    def start_velto(self, base_url, **more):
-        velto = Velto(self.environment(VELTO_API_BASE_URL=base_url, **more))
+    def start_velto(self, base_url, arguments=(), **more):
+        velto = Velto(self.environment(VELTO_API_BASE_URL=base_url, **more), arguments)
         self.programs.append(velto)
         velto.wait_for_window()
         return velto
 
-    def start_signed_in(self, **options):
+    def start_again(self, base_url, *arguments, **more):
+        """One more start of the client, which leaves what it was started for to the first."""
+        again = Program("velto", [VELTO, *arguments],
+                        self.environment(VELTO_API_BASE_URL=base_url, **more))
+        self.programs.append(again)
+        return again
+
+    def start_signed_in(self, arguments=(), **options):
         """Service and client, past the sign-in; the composer has the keyboard."""
         service = self.start_service(**options)
         session.sign_in_to_keyring(service.base_url)
-        velto = self.start_velto(service.base_url)
+        velto = self.start_velto(service.base_url, arguments)
         velto.wait_for_chat()
         velto.focus_input()
         return service, velto

@@ -79,12 +79,24 @@ def wait_for_window(pid):
 
 def activate(window):
     def is_active():
-        if run("xdotool", "getactivewindow", check=False).strip() == window:
+        if active_window() == window:
             return True
         run("xdotool", "windowactivate", window, check=False)
         return False
 
     wait_until(is_active, "the window to get the keyboard")
+
+
+def active_window():
+    return run("xdotool", "getactivewindow", check=False).strip()
+
+
+def windows_named(name):
+    return run("xdotool", "search", "--onlyvisible", "--name", name, check=False).split()
+
+
+def minimise(window):
+    run("xdotool", "windowminimize", "--sync", window)
 
 
 def size_of(window):

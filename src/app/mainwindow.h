@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The velto authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QObject>
+
+class QQmlApplicationEngine;
+class QQuickWindow;
+
+namespace velto::chat
+{
+class AppState;
+}
+
+namespace velto::app
+{
+
+/// The main window through the life of the program: read in when it is first wanted, hidden by its
+/// close button, shown again to whoever asks.
+class MainWindow final : public QObject
+{
+    Q_OBJECT
+
+public:
+    MainWindow(QQmlApplicationEngine &engine, chat::AppState &state);
+
+    /// Starts the session and shows the window. False when it could not be read in.
+    bool load();
+    /// Shows the window in front of the others.
+    void present(const QByteArray &token);
+
+signals:
+    void loaded(QQuickWindow *window);
+    /// Its first frame has been shown, or would have been by now. Once.
+    void appeared();
+
+private:
+    void awaitFirstFrame();
+    void noteAppeared();
+
+    QQmlApplicationEngine &m_engine;
+    chat::AppState &m_state;
+    QQuickWindow *m_window = nullptr;
+    bool m_appeared = false;
+};
+
+} // namespace velto::app

@@ -278,6 +278,11 @@ class ClosedWindow(InstanceTest):
         velto = self.start_velto(service.base_url)
         wait_until(lambda: desktop.size_of(velto.window) == (820, 690), "the size again")
 
+    def test_ctrl_q_ends_the_program(self):
+        _, velto = self.start_signed_in()
+        desktop.press_key("ctrl+q")
+        self.assertEqual(velto.wait(MOMENTS), 0)
+
     def test_quit_ends_the_program_with_and_without_a_window(self):
         service, velto = self.start_signed_in()
         bus.do_action(self.bus, "quit")

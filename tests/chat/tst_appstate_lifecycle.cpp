@@ -408,7 +408,9 @@ TEST_F(AppStateLifecycle, switchingTheWorkspaceAppliesTheNewAccount)
     server.on("/v1/me", answer(200, R"({"userId":"u","workspaceId":"w2","workspaces":[)"
                                     R"({"id":"w2","slug":"s","name":"W","role":"owner"}],)"
                                     R"("user":{}})"));
+    state->setInputDraft(text("draft"));
     EXPECT_FALSE(await(state->switchWorkspace(text("w2"))).has_value());
+    EXPECT_EQ(state->inputDraft(), text("draft"));
     EXPECT_EQ(lastBody("/v1/workspaces/switch"), (QJsonObject{{text("workspace_id"), text("w2")}}));
     EXPECT_EQ(state->currentWorkspace()->id, text("w2"));
     EXPECT_TRUE(state->canManageWorkspace());

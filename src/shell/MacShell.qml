@@ -51,7 +51,20 @@ FocusScope {
 
         target: root.appState
     }
-    // Before the section, so that the keyboard comes to it first.
+    // In the order in which the keyboard comes to them.
+    IconButton {
+        help: label
+        label: root.isColumnShown ? qsTr("Hide the sidebar") : qsTr("Show the sidebar")
+        radius: Tokens.radiusSmall
+        size: 28
+        symbol: "sidebar.left"
+        symbolSize: 15
+        x: root.isColumnShown ? column.width - width - 6 : 6
+        y: 6
+        z: 3
+
+        onClicked: root.toggleColumn()
+    }
     FocusScope {
         id: column
 
@@ -117,18 +130,5 @@ FocusScope {
 
             onTapped: root.endPeeking()
         }
-    }
-    IconButton {
-        help: label
-        label: root.isColumnShown ? qsTr("Hide the sidebar") : qsTr("Show the sidebar")
-        radius: Tokens.radiusSmall
-        size: 28
-        symbol: "sidebar.left"
-        symbolSize: 15
-        x: root.isColumnShown ? column.width - width - 6 : 6
-        y: 6
-        z: 3
-
-        onClicked: root.toggleColumn()
     }
 }

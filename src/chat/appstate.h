@@ -201,6 +201,11 @@ public:
     Q_INVOKABLE void startRefreshConversations() { refreshConversations(); }
     Q_INVOKABLE void startSelectConversation(const QString &id) { selectConversation(id); }
     Q_INVOKABLE void startStepConversation(int offset) { stepConversation(offset); }
+    Q_INVOKABLE void startRenameConversation(const QString &id, const QString &title)
+    {
+        renameConversation(id, title);
+    }
+    Q_INVOKABLE void startDeleteConversation(const QString &id) { deleteConversation(id); }
 
 signals:
     void authStatusChanged();

@@ -127,6 +127,29 @@ void ScreenHarness::sendMore(const QString &frame)
     m_session->openAnswer->send(frames({frame}));
 }
 
+void ScreenHarness::answerHistory(const QString &list)
+{
+    m_session->server.on("/v1/conversations", answer(200, list.toUtf8()));
+}
+
+void ScreenHarness::answerConversation(const QString &id, int status, const QString &body)
+{
+    const QByteArray path = "/v1/conversations/" + id.toUtf8();
+    m_session->server.on(path, answer(status, body.toUtf8()));
+    m_session->server.on(path + "/messages", answer(status, body.toUtf8()));
+}
+
+QStringList ScreenHarness::conversationRequests() const
+{
+    QStringList list;
+    for (const RecordedRequest &request : m_session->server.requests()) {
+        if (request.target.startsWith("/v1/conversations/"))
+            list.append(QString::fromUtf8(request.method + ' ' + request.target +
+                                          (request.body.isEmpty() ? "" : " ") + request.body));
+    }
+    return list;
+}
+
 int ScreenHarness::roleOf(int row) const
 {
     return static_cast<int>(m_session->state.messages().at(row).role);
@@ -151,7 +174,9 @@ QVariantMap ScreenHarness::told(QAccessibleInterface *interface)
             {QStringLiteral("description"), interface->text(QAccessible::Description)},
             {QStringLiteral("text"),
              text != nullptr ? text->text(0, text->characterCount()) : QString()},
-            {QStringLiteral("disabled"), static_cast<bool>(interface->state().disabled)}};
+            {QStringLiteral("disabled"), static_cast<bool>(interface->state().disabled)},
+            {QStringLiteral("selected"), static_cast<bool>(interface->state().selected)},
+            {QStringLiteral("focused"), static_cast<bool>(interface->state().focused)}};
 }
 
 bool ScreenHarness::pressAccessibly(QQuickItem *item)

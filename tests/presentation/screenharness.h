@@ -40,6 +40,12 @@ public:
     Q_INVOKABLE void answerChat(const QStringList &frames, bool ends);
     Q_INVOKABLE void failChat(int status, const QString &body);
     Q_INVOKABLE void sendMore(const QString &frame);
+    /// The history that the service has; `list` is a JSON text.
+    Q_INVOKABLE void answerHistory(const QString &list);
+    /// Whatever is asked of that conversation, and its messages, is answered so.
+    Q_INVOKABLE void answerConversation(const QString &id, int status, const QString &body);
+    /// What was asked of single conversations: method, target and body in one text each.
+    Q_INVOKABLE [[nodiscard]] QStringList conversationRequests() const;
     Q_INVOKABLE [[nodiscard]] int roleOf(int row) const;
     Q_INVOKABLE [[nodiscard]] QString textOf(int row) const;
 

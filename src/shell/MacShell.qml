@@ -92,6 +92,12 @@ FocusScope {
             anchors.fill: parent
             color: Tokens.sidebar
         }
+        SidebarNav {
+            anchors.fill: parent
+            anchors.topMargin: 36
+            appState: root.appState
+            focus: true
+        }
         Rectangle {
             anchors.right: parent.right
             color: Tokens.hairline

@@ -52,7 +52,10 @@ QFont made(const FontProperties &properties)
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(properties.scaledSize()))));
     font.setWeight(properties.weight);
     font.setItalic(properties.style == FontProperties::Style::Italic);
-    font.setStretch(properties.widthStorage);
+    // A stretch that changes nothing would make it another font than that of other texts, which is
+    // looked up anew.
+    if (properties.widthStorage != QFont::Unstretched)
+        font.setStretch(properties.widthStorage);
     font.setCapitalization(capitalization(properties.capsVariant));
     return font;
 }

@@ -21,23 +21,22 @@
 #include "shell/commandline.h"
 #include "shell/deeplinks.h"
 #include "shell/refusingnetwork.h"
+#include "startahead.h"
 #include "startuptrace.h"
 #include "terminationsignals.h"
 
-#include <QFontInfo>
 #include <QGuiApplication>
-#include <QQmlApplicationEngine>
 #include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQmlExtensionPlugin>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QThreadPool>
 #include <QTimer>
 
-#include <fontconfig/fontconfig.h>
-
 #include <chrono>
 #include <cstdio>
+#include <optional>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Velto_MarkdownPlugin)
@@ -58,19 +57,6 @@ void describeApplication()
     QGuiApplication::setApplicationDisplayName(QStringLiteral("velto"));
     QGuiApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("ltd.orbax.velto"));
-}
-
-// The first text waits for the system's fonts to be read, which takes as long as loading the
-// window: their configuration can be read even before there is an application, their list then.
-void readFontConfigurationAhead()
-{
-    QThreadPool::globalInstance()->start([] { FcInit(); });
-}
-
-void readFontsAhead()
-{
-    QThreadPool::globalInstance()->start(
-        [font = QGuiApplication::font()] { (void)QFontInfo(font).exactMatch(); });
 }
 
 // What the first frame does without, while nobody waits for it.
@@ -201,6 +187,15 @@ int run(const shell::CommandLine &line, const QByteArray &token)
     controls::installAccessibility();
 
     readFontsAhead();
+    shell::RefusingNetwork network;
+    QQmlEngine engine;
+    engine.setNetworkAccessManagerFactory(&network);
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QObject::connect(&engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    std::optional<FileReadAhead> reading;
+    if (!line.isService)
+        reading.emplace(engine, MainWindow::file());
 
     PatientSecrets secrets(platform::makeSystemSecretStore());
     platform::URLOpener browser;
@@ -213,10 +208,6 @@ int run(const shell::CommandLine &line, const QByteArray &token)
                                             [&state] { return state.api().accessToken(); });
     forgetWhenSignedOut(pictures, state);
 
-    shell::RefusingNetwork network;
-    QQmlApplicationEngine engine;
-    engine.setNetworkAccessManagerFactory(&network);
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     markdown::NetworkImageLoaderKey::setLoader(engine, &pictures);
     if (!isTheOne(*instance, line, token))
         return EXIT_SUCCESS;

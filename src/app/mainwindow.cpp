@@ -5,9 +5,10 @@
 
 #include "chat/appstate.h"
 #include "platform/windowactivation.h"
+#include "startahead.h"
 
-#include <QQmlApplicationEngine>
-#include <QQuickWindow>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QTimer>
 
 #include <chrono>
@@ -15,7 +16,12 @@
 namespace velto::app
 {
 
-MainWindow::MainWindow(QQmlApplicationEngine &engine, chat::AppState &state)
+QUrl MainWindow::file()
+{
+    return QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/Main.qml"));
+}
+
+MainWindow::MainWindow(QQmlEngine &engine, chat::AppState &state)
     : m_engine(engine)
     , m_state(state)
 {}
@@ -24,14 +30,27 @@ bool MainWindow::load()
 {
     // Ahead of the window, so that the cached conversation is in its first frame.
     m_state.startBootstrap();
-    m_engine.setInitialProperties({{QStringLiteral("appState"), QVariant::fromValue(&m_state)}});
-    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/Main.qml")));
-    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+    lookUpFonts();
+    m_window = make();
     if (m_window == nullptr)
         return false;
     awaitFirstFrame();
-    emit loaded(m_window);
+    emit loaded(m_window.get());
     return true;
+}
+
+std::unique_ptr<QQuickWindow> MainWindow::make()
+{
+    QQmlComponent component(&m_engine, file());
+    std::unique_ptr<QObject> made(component.createWithInitialProperties(
+        {{QStringLiteral("appState"), QVariant::fromValue(&m_state)}}));
+    auto *window = qobject_cast<QQuickWindow *>(made.get());
+    if (window == nullptr) {
+        qCritical("%s", qUtf8Printable(component.errorString()));
+        return nullptr;
+    }
+    (void)made.release();
+    return std::unique_ptr<QQuickWindow>(window);
 }
 
 void MainWindow::present(const QByteArray &token)
@@ -43,7 +62,7 @@ void MainWindow::present(const QByteArray &token)
 
 void MainWindow::awaitFirstFrame()
 {
-    connect(m_window, &QQuickWindow::frameSwapped, this, &MainWindow::noteAppeared,
+    connect(m_window.get(), &QQuickWindow::frameSwapped, this, &MainWindow::noteAppeared,
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     // A window that nobody sees draws nothing; the session continues all the same.
     QTimer::singleShot(std::chrono::milliseconds(500), this, &MainWindow::noteAppeared);

@@ -4,9 +4,12 @@
 #pragma once
 
 #include <QObject>
+#include <QQuickWindow>
+#include <QUrl>
 
-class QQmlApplicationEngine;
-class QQuickWindow;
+#include <memory>
+
+class QQmlEngine;
 
 namespace velto::chat
 {
@@ -23,7 +26,10 @@ class MainWindow final : public QObject
     Q_OBJECT
 
 public:
-    MainWindow(QQmlApplicationEngine &engine, chat::AppState &state);
+    /// What the window is read from.
+    [[nodiscard]] static QUrl file();
+
+    MainWindow(QQmlEngine &engine, chat::AppState &state);
 
     /// Starts the session and shows the window. False when it could not be read in.
     bool load();
@@ -36,12 +42,13 @@ signals:
     void appeared();
 
 private:
+    [[nodiscard]] std::unique_ptr<QQuickWindow> make();
     void awaitFirstFrame();
     void noteAppeared();
 
-    QQmlApplicationEngine &m_engine;
+    QQmlEngine &m_engine;
     chat::AppState &m_state;
-    QQuickWindow *m_window = nullptr;
+    std::unique_ptr<QQuickWindow> m_window;
     bool m_appeared = false;
 };
 

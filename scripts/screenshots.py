@@ -81,7 +81,12 @@ class Studio:
         print(f"  {file.relative_to(SOURCE_FOLDER)}", flush=True)
 
     def say(self, prompt, until=None):
-        self.velto.send(prompt)
+        if prompt.isascii():
+            self.velto.send(prompt)
+        else:
+            self.velto.focus_input()
+            desktop.copy_text(prompt)
+            desktop.press_key("ctrl+v", "Return")
         if until:
             self.velto.wait_for(*until)
         else:

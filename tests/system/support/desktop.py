@@ -59,6 +59,12 @@ def type_text(text):
     run("xdotool", "type", "--clearmodifiers", "--delay", "4", text)
 
 
+def copy_text(text):
+    """Puts a text on the clipboard, from outside of the program."""
+    subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text, text=True, check=True,
+                   timeout=30, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+
 def click(x, y):
     run("xdotool", "mousemove", x, y, "click", "1")
 

@@ -14,6 +14,7 @@
 #include "platform/instance.h"
 #include "platform/notification.h"
 #include "platform/urlopener.h"
+#include "presence.h"
 #include "presentation/media/mediaimageloader.h"
 #include "service/apibaseurl.h"
 #include "service/transport.h"
@@ -122,10 +123,10 @@ void showNote(QQmlEngine &engine, QQuickWindow &window, shell::CloseNotice &noti
     QObject::connect(note, SIGNAL(read()), note, SLOT(deleteLater()));
 }
 
-void tellWhenFirstClosed(QQmlEngine &engine, QQuickWindow &window)
+void tellWhenFirstClosed(QQmlEngine &engine, QQuickWindow &window, const Presence &presence)
 {
-    auto *notice = new shell::CloseNotice(
-        window, [] { return false; }, &platform::notify, &window);
+    const auto staysInSight = [&presence] { return presence.isInSight(); };
+    auto *notice = new shell::CloseNotice(window, staysInSight, &platform::notify, &window);
     QObject::connect(notice, &shell::CloseNotice::noteWanted, notice,
                      [&engine, &window, notice] { showNote(engine, window, *notice); });
 }
@@ -213,6 +214,7 @@ int run(const shell::CommandLine &line, const QByteArray &token)
         return EXIT_SUCCESS;
 
     MainWindow window(engine, state);
+    Presence presence(engine, state, window);
     shell::DeepLinks links(state);
     links.open(line.links);
     QObject::connect(&window, &MainWindow::loaded, &engine, [&](QQuickWindow *loaded) {
@@ -221,9 +223,12 @@ int run(const shell::CommandLine &line, const QByteArray &token)
         if (line.tracesFrames)
             traceFrames(*loaded);
         beginAfterFirstFrame(secrets, *loaded, engine);
-        tellWhenFirstClosed(engine, *loaded);
+        tellWhenFirstClosed(engine, *loaded, presence);
     });
-    QObject::connect(&window, &MainWindow::appeared, &engine, [&links] { links.begin(); });
+    QObject::connect(&window, &MainWindow::appeared, &engine, [&links, &presence] {
+        links.begin();
+        presence.begin();
+    });
     answer(*instance, window, links, state);
     if (line.isService) {
         endUnlessWanted(window);

@@ -12,6 +12,10 @@ FocusScope {
 
     required property AppState appState
 
+    /// What a signed-in user has before them, and whether their profile is loaded with it.
+    property string signedInScreen: "MacShell.qml"
+    property bool loadsProfile: true
+
     property int shownStatus: -1
 
     function chooseScreen(): void {
@@ -20,8 +24,9 @@ FocusScope {
         shownStatus = appState.authStatus;
         switch (shownStatus) {
         case AuthStatus.LoggedIn:
-            appState.profile.startLoad();
-            return screen.setSource("MacShell.qml", {appState});
+            if (loadsProfile)
+                appState.profile.startLoad();
+            return screen.setSource(signedInScreen, {appState});
         case AuthStatus.Error:
             return screen.setSource("FailedScreen.qml", {appState});
         case AuthStatus.LoggedOut:

@@ -58,11 +58,13 @@ class Provider:
     """A program of the desktop: owns a name and answers calls in a thread of its own.
 
     `methods` maps the names of the methods to functions of their arguments, which give the values
-    of the reply; `properties` maps the names of properties to variants.
+    of the reply; `properties` maps the names of properties to variants. `calls` and `reads` tell what was
+    asked.
     """
 
     def __init__(self, name, path, xml, methods=None, properties=None, address=None):
         self.calls = []
+        self.reads = 0
         self.properties = properties or {}
         self._methods = methods or {}
         self._name = name
@@ -96,6 +98,7 @@ class Provider:
         invocation.return_value(GLib.Variant(f"({signature})", reply) if signature else None)
 
     def _read(self, connection, sender, path, interface, name):
+        self.reads += 1
         return self.properties[name]
 
     def emit(self, signal, arguments):

@@ -112,6 +112,13 @@ def size_of(window):
                  for key in ("WIDTH", "HEIGHT"))
 
 
+def position_of(window):
+    """(x, y) of the window's content on the screen."""
+    text = run("xwininfo", "-id", window)
+    return tuple(int(re.search(rf"Absolute upper-left {axis}:\s+(-?\d+)", text).group(1))
+                 for axis in "XY")
+
+
 def resize(window, width, height):
     run("xdotool", "windowsize", window, width, height)
 

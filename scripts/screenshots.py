@@ -36,7 +36,7 @@ class Look:
 
 
 LOOKS = [Look(scheme, *size) for scheme in ("light", "dark")
-         for size in ((1180, 780), (480, 480), (1180, 780, 2))]
+         for size in ((1180, 780), (480, 480), (680, 540, 2))]
 TITLES = ["Tides at the north quay in the second week of September, hour by hour, with wind",
           "Ladeliste für Kai 7", "潮の満ち引き", "جدول المد والجزر", "Fog 🌫️ and ferries"]
 
@@ -144,6 +144,7 @@ def chat_screens(studio):
     studio.say("tools")
     studio.shoot("tools")
     studio.say("slow long 4000", until=(BUTTON, "Stop"))
+    time.sleep(2)
     studio.shoot("streaming")
     desktop.press_key("Escape")
     velto.wait_for_answer()

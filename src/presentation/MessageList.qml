@@ -29,6 +29,8 @@ Item {
     signal regenerateRequested
     signal continueRequested
 
+    /// There is something below what shows.
+    readonly property bool isAway: !stickToBottom && list.count > 0
     readonly property real rowWidth: Math.min(720, width - 2 * 28)
 
     function scrollToEnd(animated: bool): void {
@@ -169,9 +171,8 @@ Item {
         active: root.activeFocus
         anchors.fill: parent
         anchors.margins: 4
-        sourceComponent: FocusRing {
-            radius: Tokens.radiusSmall
-        }
+
+        Component.onCompleted: setSource("qrc:/qt/qml/Velto/Controls/FocusRing.qml", {radius: Tokens.radiusSmall})
     }
     NumberAnimation {
         id: slide
@@ -209,30 +210,16 @@ Item {
             }
         }
     }
-    IconButton {
+    // Not before it is first wanted, so that a start needn't read buttons in.
+    Loader {
+        active: false
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 8
         anchors.horizontalCenter: parent.horizontalCenter
-        fill: Tokens.surface
-        help: qsTr("Jump to latest message")
-        ink: Tokens.primary
-        label: qsTr("Jump to latest")
-        opacity: shown ? 1 : 0
-        outline: Tokens.hairline
-        scale: shown ? 1 : 0.6
-        size: 36
-        symbol: "arrow.down"
-        symbolSize: 13
-        visible: opacity > 0
 
-        readonly property bool shown: !root.stickToBottom && list.count > 0
+        readonly property bool wanted: root.isAway
 
-        onClicked: root.jumpToLatest()
-
-        Behavior on opacity {
-            NumberAnimation {
-                duration: Tokens.quick
-            }
-        }
+        Component.onCompleted: setSource("JumpButton.qml", {messages: root})
+        onWantedChanged: active = true
     }
 }

@@ -15,25 +15,31 @@ FocusScope {
 
     readonly property bool hasMenuBar: appState.authStatus !== AuthStatus.LoggedOut
 
-    Commands {
-        id: commands
+    /// What is shown over the window from elsewhere; each has a `toggle` function.
+    property var searchPalette: null
+    property var spotlight: null
 
-        appState: root.appState
-    }
-    AppMenuBar {
-        id: menuBar
-        objectName: "menuBar"
+    // Commands and menus are read in once a frame has shown what is behind them.
+    Loader {
+        id: menus
 
         anchors.left: parent.left
         anchors.right: parent.right
-        menus: commands.menus
-        visible: root.hasMenuBar
+        height: Math.round(28 * Tokens.textScale)
+    }
+    Connections {
+        function onFrameSwapped(): void {
+            menus.setSource("WindowMenus.qml", {root});
+        }
+
+        enabled: menus.status === Loader.Null
+        target: root.Window.window
     }
     ContentView {
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: root.hasMenuBar ? menuBar.bottom : parent.top
+        anchors.top: root.hasMenuBar ? menus.bottom : parent.top
         appState: root.appState
         focus: true
     }

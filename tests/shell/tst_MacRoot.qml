@@ -44,6 +44,7 @@ TestCase {
         view = createTemporaryObject(macRoot, root, {appState: appState});
         view.forceActiveFocus();
         tryVerify(() => appState.authStatus === AuthStatus.LoggedIn);
+        tryVerify(() => findChild(view, "menuBar") !== null);
         waitForRendering(view);
     }
     /// The commands of a menu as it would open now.
@@ -214,6 +215,7 @@ TestCase {
         harness.bootstrap(false, false);
         view = createTemporaryObject(macRoot, root, {appState: appState});
         tryVerify(() => appState.authStatus === AuthStatus.LoggedOut);
+        tryVerify(() => findChild(view, "menuBar") !== null);
         verify(!findChild(view, "menuBar").visible);
     }
     function test_whatCannotBeShownYetIsDisabled(): void {

@@ -26,7 +26,14 @@ Item {
     signal continueRequested
 
     readonly property real partsX: 26 + 12
+    property int voteRevision: 0
+    readonly property int vote: voteRevision >= 0 ? VoteStore.vote(messageId) : VoteStore.None
     readonly property bool fades: isLast && isStreaming && hasParts
+
+    function setVote(vote: int): void {
+        VoteStore.setVote(vote, messageId);
+        voteRevision += 1;
+    }
 
     implicitHeight: hasParts ? actions.y + actions.height : Math.max(26, parts.height)
 
@@ -51,30 +58,13 @@ Item {
 
         active: root.hasParts && !root.isReadOnly && root.isSettled
         height: 22
-        sourceComponent: AssistantActionsRow {
-            currentVote: votes.vote
-            isLast: root.isLast
-            isStreaming: root.isStreaming
-            messageRow: root.messageRow
-            messages: root.messages
-
-            onContinueRequested: root.continueRequested()
-            onFeedback: vote => {
-                VoteStore.setVote(vote, root.messageId);
-                votes.voteRevision += 1;
-            }
-            onRegenerateRequested: root.regenerateRequested()
-        }
         visible: active
         // A mark stands in the middle of its button: the first one begins where the text does.
         x: root.partsX - (22 - 11) / 2
         y: parts.height + Tokens.spaceSmall
-    }
-    QtObject {
-        id: votes
 
-        property int voteRevision: 0
-        readonly property int vote: voteRevision >= 0 ? VoteStore.vote(root.messageId) : VoteStore.None
+        // By its address, as whatever the first frame doesn't show: a start doesn't read it.
+        Component.onCompleted: setSource("AnswerActions.qml", {answer: root})
     }
     // The newest line of an answer that is being written fades into what is behind it.
     Rectangle {

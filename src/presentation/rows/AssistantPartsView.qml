@@ -69,20 +69,14 @@ Column {
             Component {
                 id: toolGroup
 
-                ToolGroupRow {
-                    id: group
-
-                    summary: chunk.summary
-                    tools: chunk.tools
+                Loader {
                     width: root.width
 
-                    Connections {
-                        function onPartsChanged(): void {
-                            group.collapse();
-                        }
-
-                        target: assistantParts
-                    }
+                    Component.onCompleted: setSource("ToolChunk.qml", {
+                        "parts": assistantParts,
+                        "summary": Qt.binding(() => chunk.summary),
+                        "tools": Qt.binding(() => chunk.tools)
+                    })
                 }
             }
             Component {

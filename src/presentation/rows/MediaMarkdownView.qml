@@ -18,11 +18,8 @@ MediaMarkdown {
 
     Loader {
         active: root.hoveredLink !== ""
-        sourceComponent: LinkTip {
-            link: root.hoveredLink
-            point: root.hoveredPoint
-            room: root.width
-        }
         z: 2
+
+        Component.onCompleted: setSource("AnswerLinkTip.qml", {answer: root})
     }
 }

@@ -90,12 +90,8 @@ Item {
     Component {
         id: userMessageEditor
 
-        UserMessageEditor {
-            text: root.userText
-
-            // The editor may be gone with that.
-            onAccepted: text => root.edited(text)
-            onCancelled: root.editingEnded()
+        Loader {
+            Component.onCompleted: setSource("MessageEditing.qml", {message: root})
         }
     }
 }

@@ -34,9 +34,8 @@ Item {
         active: !root.isReadOnly && root.isSettled
         anchors.right: bubble.left
         anchors.rightMargin: Tokens.spaceTiny
-        sourceComponent: UserBubbleHoverEdit {
-            onClicked: root.editRequested()
-        }
+
+        Component.onCompleted: setSource("UserMessageEdit.qml", {message: root})
     }
     Rectangle {
         id: bubble
@@ -71,43 +70,15 @@ Item {
             y: root.verticalPadding
         }
     }
-    Row {
+    Loader {
         id: below
 
+        active: root.isSettled
         anchors.right: parent.right
         anchors.rightMargin: 4
-        height: Math.max(navigator.active ? 18 : 0, stamp.height)
+        height: Math.max(root.branchCount >= 2 ? 18 : 0, Math.ceil(14 * Tokens.textScale))
         y: bubble.height + 4
-        spacing: Tokens.spaceSmall
 
-        Loader {
-            id: navigator
-
-            active: root.branchCount >= 2
-            anchors.verticalCenter: parent.verticalCenter
-            sourceComponent: BranchNavigator {
-                current: root.activeBranch
-                disabled: root.isStreaming || root.isReadOnly
-                total: root.branchCount
-
-                onNext: root.branchRequested(root.activeBranch + 1)
-                onPrev: root.branchRequested(root.activeBranch - 1)
-            }
-            visible: active
-        }
-        TimestampLabel {
-            id: stamp
-
-            anchors.verticalCenter: parent.verticalCenter
-            date: root.createdAt
-            opacity: pointer.hovered ? 1 : 0.001
-
-            Behavior on opacity {
-                NumberAnimation {
-                    duration: Tokens.quick
-                    easing.type: Easing.OutQuad
-                }
-            }
-        }
+        Component.onCompleted: setSource("UserMessageFooter.qml", {hovered: Qt.binding(() => pointer.hovered), message: root})
     }
 }

@@ -16,6 +16,9 @@ using chat::MessageListModel;
 namespace
 {
 
+// Rows are polished in no order that would be known: some take their heights a frame later.
+constexpr int settlingFrames = 2;
+
 // The view's own type has no public header.
 QQuickItem *contentOf(const QQuickItem &view)
 {
@@ -73,12 +76,16 @@ void ListFollower::setSticking(bool sticking)
     if (m_sticking == sticking)
         return;
     m_sticking = sticking;
+    if (!sticking) { // nor does it go where it was about to go
+        m_jumping = false;
+        m_settling = 0;
+    }
     emit stickingChanged();
 }
 
 void ListFollower::jump()
 {
-    m_settling = true;
+    m_settling = settlingFrames;
     m_jumping = true;
     polish();
 }
@@ -97,7 +104,7 @@ void ListFollower::stay()
 
 void ListFollower::settle()
 {
-    if (m_settling)
+    if (m_settling > 0 && (m_jumping || m_view->property("contentY").toReal() == m_endY))
         jump();
 }
 
@@ -113,7 +120,7 @@ void ListFollower::itemChange(ItemChange change, const ItemChangeData &data)
         m_firstFrame = connect(data.window, &QQuickWindow::frameSwapped, this,
                                &ListFollower::noteFrame, Qt::QueuedConnection);
         m_frames = connect(data.window, &QQuickWindow::afterAnimating, this,
-                           [this] { m_settling = false; });
+                           [this] { m_settling = std::max(0, m_settling - 1); });
     }
 }
 
@@ -130,8 +137,10 @@ void ListFollower::updatePolish()
 {
     if (m_view == nullptr)
         return;
-    if (std::exchange(m_jumping, false))
+    if (std::exchange(m_jumping, false)) {
+        m_settling = settlingFrames;
         goToEnd();
+    }
     if (std::exchange(m_rowsChanged, false))
         orderRows();
 }

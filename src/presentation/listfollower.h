@@ -83,9 +83,8 @@ private:
     bool m_jumping = false;
     bool m_rowsChanged = false;
     QUuid m_lastMessage;
-    qreal m_endY = 0; ///< Where the view was put.
-    /// Rows may still take their heights in the frame that is being made.
-    bool m_settling = false;
+    qreal m_endY = 0;   ///< Where the view was put.
+    int m_settling = 0; ///< Frames in which rows may still take their heights.
     QMetaObject::Connection m_frames;
     QMetaObject::Connection m_firstFrame;
 };

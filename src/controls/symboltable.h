@@ -30,6 +30,7 @@ inline constexpr std::array table{
     Entry{u"checkmark", 0xe5ca},
     Entry{u"checkmark.circle.fill", 0xe86c},
     Entry{u"checkmark.square.fill", 0xe834},
+    Entry{u"chevron.down", 0xe5cf},
     Entry{u"chevron.left", 0xe5cb},
     Entry{u"chevron.right", 0xe5cc},
     Entry{u"circle", 0xe836},

@@ -12,25 +12,49 @@ FocusScope {
 
     required property AppState appState
 
+    /// Whether the list follows what comes.
+    property bool stickToBottom: true
+    /// The id of the message that is rewritten, undefined for none.
+    property var editingMessageID
+
     readonly property real columnWidth: Math.min(720, width)
+
+    implicitHeight: 480
+    implicitWidth: 480
 
     ChatScreen {
         id: screen
 
         appState: root.appState
+
+        // The list that would have seen this is gone by now.
+        onIsEmptyStateChanged: root.stickToBottom = true
+    }
+    Attachments {
+        id: attachments
+
+        appState: root.appState
+
+        onAttached: composer.focusInput()
     }
     Connections {
         function onConversationIDChanged(): void {
-            if (!messages.list)
-                return;
-            messages.list.stickToBottom = true;
-            messages.list.editingMessageID = undefined;
+            root.stickToBottom = true;
+            root.editingMessageID = undefined;
         }
         function onFocusInputRequestChanged(): void {
             composer.focusInput();
         }
 
         target: root.appState
+    }
+    Connections {
+        function onActiveChanged(): void {
+            if (root.Window.active)
+                root.appState.startRefreshConversations();
+        }
+
+        target: root.Window.window
     }
     Shortcut {
         enabled: root.appState.isStreaming
@@ -49,11 +73,21 @@ FocusScope {
         z: 1
     }
     TitleRow {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        appState: root.appState
+        shown: screen.isEmptyState
+        title: ""
+        y: 36
+    }
+    TitleRow {
         id: titleRow
 
         anchors.left: parent.left
         anchors.right: parent.right
-        title: screen.isEmptyState ? "" : screen.title
+        appState: root.appState
+        shown: !screen.isEmptyState && screen.title !== ""
+        title: screen.title
         y: 36
     }
     Loader {
@@ -68,14 +102,18 @@ FocusScope {
         anchors.top: titleRow.bottom
         sourceComponent: MessageList {
             appState: root.appState
+            editingMessageID: root.editingMessageID
             isStreaming: root.appState.isStreaming
             messages: root.appState.messages
+            stickToBottom: root.stickToBottom
 
             onBranchRequested: (messageId, index) => root.appState.switchBranch(messageId, index)
             onContinueRequested: root.appState.startContinueGeneration()
             onEdited: (messageId, text) => root.appState.startEditMessage(messageId, text)
+            onEditingRequested: messageId => root.editingMessageID = messageId
             onLinkActivated: link => root.appState.openLink(link)
             onRegenerateRequested: root.appState.startRegenerate()
+            onStickingRequested: sticking => root.stickToBottom = sticking
         }
     }
     EmptyHero {
@@ -97,26 +135,25 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         width: root.columnWidth
 
-        Loader {
+        EnteringLine {
             active: root.appState.hasError
+            rises: true
             sourceComponent: ErrorBanner {
                 message: root.appState.errorMessage
 
                 onDismissed: root.appState.dismissError()
                 onRetried: root.appState.startRegenerate()
             }
-            visible: active
             width: parent.width
         }
-        Loader {
+        EnteringLine {
             active: root.appState.isStreaming && root.appState.agentProgress !== ""
             sourceComponent: ProgressLine {
                 text: root.appState.agentProgress
             }
-            visible: active
             width: parent.width
         }
-        Loader {
+        EnteringLine {
             active: !root.appState.isStreaming && root.appState.promptSuggestion !== ""
             sourceComponent: PromptSuggestion {
                 suggestion: root.appState.promptSuggestion
@@ -127,7 +164,6 @@ FocusScope {
                     root.appState.startSendDraft();
                 }
             }
-            visible: active
             width: parent.width
         }
     }
@@ -136,14 +172,19 @@ FocusScope {
 
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
+        attachments: attachments
         canSend: screen.canSend
         draft: root.appState.inputDraft
         focus: true
         isStreaming: root.appState.isStreaming
+        maximumHeight: Math.max(root.height * 0.45, 80)
         width: root.columnWidth
 
         onEdited: text => root.appState.inputDraft = text
         onSendRequested: root.appState.startSendDraft()
         onStopRequested: root.appState.stopStreaming()
+    }
+    AttachmentPopups {
+        attachments: attachments
     }
 }

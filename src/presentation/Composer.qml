@@ -5,31 +5,31 @@ import QtQuick
 import Velto.Controls
 import Velto.Presentation
 
-/// Where the user writes. Return sends, Shift-Return breaks the line; what may be sent is not
-/// decided here.
+/// Where the user writes, attaches files, sends and stops. What may be sent is not decided here.
 FocusScope {
     id: root
 
     required property string draft
     required property bool canSend
     required property bool isStreaming
-
-    readonly property int maximumLines: 8
+    required property Attachments attachments
+    /// What it may take of the window at most.
+    property real maximumHeight: 10000
 
     signal edited(string text)
     signal sendRequested
     signal stopRequested
 
     function focusInput(): void {
-        input.forceActiveFocus(Qt.OtherFocusReason);
+        field.input.forceActiveFocus(Qt.OtherFocusReason);
     }
 
     implicitHeight: card.height + 14
     implicitWidth: 720
 
-    onDraftChanged: {
-        if (input.text !== draft)
-            input.text = draft;
+    onIsStreamingChanged: {
+        if (isStreaming)
+            bounce.restart();
     }
 
     Rectangle {
@@ -39,66 +39,57 @@ FocusScope {
         anchors.leftMargin: 14
         anchors.right: parent.right
         anchors.rightMargin: 14
-        border.color: Tokens.faded(Tokens.primary, 0.08)
+        border.color: files.containsDrag ? Tokens.accent : Tokens.faded(Tokens.primary, 0.08)
+        border.width: files.containsDrag ? 2 : 1
         color: Tokens.surface
-        height: Math.max(scroller.height, 30) + 2 * 10
+        height: Math.max(field.height, 30) + 2 * 10
         radius: 22
 
         SoftShadow {}
-        Flickable {
-            id: scroller
+        IconButton {
+            id: attach
 
-            TextArea {
-                id: input
-
-                function showCursor(): void {
-                    const top = cursorRectangle.y - topPadding;
-                    const bottom = cursorRectangle.y + cursorRectangle.height + bottomPadding;
-                    scroller.contentY = Math.max(bottom - scroller.height, Math.min(top, scroller.contentY));
-                }
-
-                bottomPadding: 6
-                focus: true
-                font.pixelSize: 14 * Tokens.textScale
-                label: qsTr("Message input")
-                leftPadding: 6
-                placeholderText: qsTr("Message velto…")
-                rightPadding: 6
-                topPadding: 6
-                width: scroller.width
-
-                Keys.onPressed: event => {
-                    if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
-                        return;
-                    if (inputMethodComposing)
-                        Qt.inputMethod.commit();
-                    else if (event.modifiers & Qt.ShiftModifier)
-                        return;
-                    else
-                        root.sendRequested();
-                    event.accepted = true;
-                }
-                Component.onCompleted: text = root.draft
-                onCursorRectangleChanged: showCursor()
-                onTextChanged: root.edited(text)
-            }
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 10
             anchors.left: parent.left
-            anchors.leftMargin: 14 - 6
+            anchors.leftMargin: 14
+            fill: Tokens.faded(Tokens.primary, 0.06)
+            help: qsTr("Attach file")
+            ink: Tokens.faded(Tokens.primary, 0.7)
+            label: qsTr("Attach file")
+            outline: Tokens.faded(Tokens.primary, 0.06)
+            size: 30
+            symbol: "plus"
+            symbolSize: 14
+
+            onClicked: root.attachments.choose(root.Window.window)
+        }
+        DraftInput {
+            id: field
+
+            anchors.left: attach.right
+            anchors.leftMargin: 8
             anchors.right: button.left
             anchors.rightMargin: 8
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            contentHeight: input.height
-            height: Math.min(input.contentHeight, root.maximumLines * metrics.lineSpacing) + 2 * 6
+            attachments: root.attachments
+            draft: root.draft
+            height: implicitHeight
+            maximumHeight: root.maximumHeight - 14 - 2 * 10
             y: card.height - 10 - height
 
-            onHeightChanged: input.showCursor()
-
-            FontMetrics {
-                id: metrics
-
-                font: input.font
-            }
+            onEdited: text => root.edited(text)
+            onSendRequested: root.sendRequested()
+        }
+        // What is above or below the lines that show.
+        Rectangle {
+            anchors.left: field.right
+            anchors.leftMargin: 2
+            color: Tokens.faded(Tokens.primary, 0.25)
+            height: Math.max(14, field.visibleArea.heightRatio * field.height)
+            radius: width / 2
+            visible: field.contentHeight > field.height
+            width: 4
+            y: field.y + field.visibleArea.yPosition / (1 - field.visibleArea.heightRatio) * (field.height - height)
         }
         IconButton {
             id: button
@@ -118,6 +109,14 @@ FocusScope {
             symbol: root.isStreaming ? "stop.fill" : "arrow.up"
             symbolSize: root.isStreaming ? 13 : 14
 
+            transform: Scale {
+                id: bouncing
+
+                origin.x: 15
+                origin.y: 15
+                yScale: xScale
+            }
+
             onClicked: {
                 if (root.isStreaming)
                     root.stopRequested();
@@ -131,6 +130,36 @@ FocusScope {
                     easing.type: Easing.OutQuad
                 }
             }
+        }
+        DropArea {
+            id: files
+
+            anchors.fill: parent
+            keys: ["text/uri-list"]
+
+            onDropped: drop => {
+                root.attachments.attach(drop.urls);
+                drop.accept(Qt.CopyAction); // the file stays where it was
+            }
+            onEntered: drag => drag.accepted = root.attachments.hasFiles(drag.urls)
+        }
+    }
+    SequentialAnimation {
+        id: bounce
+
+        NumberAnimation {
+            duration: 110
+            easing.type: Easing.OutQuad
+            property: "xScale"
+            target: bouncing
+            to: 1.16
+        }
+        NumberAnimation {
+            duration: 260
+            easing.type: Easing.OutBack
+            property: "xScale"
+            target: bouncing
+            to: 1
         }
     }
 }

@@ -13,6 +13,12 @@ Item {
         font.letterSpacing: -1
         font.pixelSize: 44 * Tokens.textScale
         font.weight: Font.Medium
+        fontSizeMode: Text.Fit
+        height: Math.min(implicitHeight, parent.height - 2 * 24)
+        horizontalAlignment: Text.AlignHCenter
+        minimumPixelSize: 12
         text: qsTr("velto")
+        verticalAlignment: Text.AlignVCenter
+        width: parent.width - 2 * 28
     }
 }

@@ -32,4 +32,10 @@ IconButton {
             duration: Tokens.quick
         }
     }
+    Behavior on scale {
+        NumberAnimation {
+            duration: Tokens.quick
+            easing.type: Easing.OutQuad
+        }
+    }
 }

@@ -15,7 +15,8 @@ Item {
     property bool isStreaming: false
     /// Nothing can be done with the messages yet.
     property bool readOnly: false
-    /// The id of the message that is rewritten.
+    /// The id of the message that is rewritten, and whether the list follows what comes: the owner
+    /// keeps both, and changes them when it is asked to.
     property var editingMessageID
     property bool stickToBottom: true
     property real topPadding: 28
@@ -28,6 +29,8 @@ Item {
     signal branchRequested(var messageId, int index)
     signal regenerateRequested
     signal continueRequested
+    signal editingRequested(var messageId)
+    signal stickingRequested(bool sticking)
 
     /// There is something below what shows.
     readonly property bool isAway: !stickToBottom && list.count > 0
@@ -52,7 +55,7 @@ Item {
         list.contentY = Math.max(list.originY, Math.min(last, list.contentY + share * list.height));
     }
     function jumpToLatest(): void {
-        stickToBottom = true;
+        stickingRequested(true);
         scrollToEnd(true);
     }
 
@@ -142,11 +145,11 @@ Item {
                 onBranchRequested: index => root.branchRequested(row.messageId, index)
                 onContinueRequested: root.continueRequested()
                 onEdited: text => {
-                    root.editingMessageID = undefined;
+                    root.editingRequested(undefined);
                     root.edited(row.messageId, text);
                 }
-                onEditingEnded: root.editingMessageID = undefined
-                onEditingRequested: root.editingMessageID = row.messageId
+                onEditingEnded: root.editingRequested(undefined)
+                onEditingRequested: root.editingRequested(row.messageId)
                 onGrowing: {
                     if (isLast)
                         follower.follow();
@@ -166,6 +169,7 @@ Item {
         }
 
         onHeightChanged: follower.follow()
+        onMovementStarted: slide.stop() // whoever scrolls is not pulled away
     }
     Loader {
         active: root.activeFocus
@@ -205,8 +209,8 @@ Item {
             target: null
 
             onTranslationChanged: {
-                if (active && (Math.abs(translation.x) >= 3 || Math.abs(translation.y) >= 3))
-                    root.stickToBottom = false;
+                if (active && Math.hypot(translation.x, translation.y) >= 3)
+                    root.stickingRequested(false);
             }
         }
     }

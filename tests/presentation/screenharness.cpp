@@ -6,6 +6,11 @@
 #include "chat/conversationcache.h"
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
 #include <QInputMethodEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -48,6 +53,7 @@ struct ScreenHarness::Session
     MemorySecretStore secrets;
     platform::URLOpener browser{std::make_unique<NoBrowser>()};
     std::optional<Exchange> openAnswer;
+    std::optional<Exchange> held;
     chat::AppState state{chat::AppState::Environment{secrets, browser, server.url(), cacheFile}};
 };
 
@@ -160,6 +166,11 @@ QString ScreenHarness::textOf(int row) const
     return m_session->state.messages().at(row).plainText();
 }
 
+int ScreenHarness::volumeOf(int row) const
+{
+    return static_cast<int>(m_session->state.messages().at(row).contentVolume());
+}
+
 QVariantMap ScreenHarness::accessible(QQuickItem *item)
 {
     QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
@@ -174,6 +185,7 @@ QVariantMap ScreenHarness::told(QAccessibleInterface *interface)
             {QStringLiteral("description"), interface->text(QAccessible::Description)},
             {QStringLiteral("text"),
              text != nullptr ? text->text(0, text->characterCount()) : QString()},
+            {QStringLiteral("checked"), static_cast<bool>(interface->state().checked)},
             {QStringLiteral("disabled"), static_cast<bool>(interface->state().disabled)},
             {QStringLiteral("selected"), static_cast<bool>(interface->state().selected)},
             {QStringLiteral("focused"), static_cast<bool>(interface->state().focused)}};
@@ -210,6 +222,101 @@ void ScreenHarness::compose(QQuickItem *item, const QString &preedit)
 {
     QInputMethodEvent event(preedit, {});
     QCoreApplication::sendEvent(item, &event);
+}
+
+void ScreenHarness::reply(const QString &path, int status, const QString &body)
+{
+    m_session->server.on(path.toUtf8(), answer(status, body.toUtf8()));
+}
+
+void ScreenHarness::hold(const QString &path)
+{
+    Session *session = m_session.get();
+    session->server.on(path.toUtf8(), [=](const RecordedRequest &, const Exchange &exchange) {
+        session->held = exchange;
+    });
+}
+
+bool ScreenHarness::isHeld() const
+{
+    return m_session->held.has_value();
+}
+
+void ScreenHarness::release(int status, const QString &body)
+{
+    Q_ASSERT(m_session->held);
+    m_session->held->respond(status, body.toUtf8());
+    m_session->held.reset();
+}
+
+int ScreenHarness::count(const QString &path) const
+{
+    return static_cast<int>(m_session->server.count(path.toUtf8()));
+}
+
+QString ScreenHarness::lastBody(const QString &path) const
+{
+    QString body;
+    for (const RecordedRequest &request : m_session->server.requests()) {
+        if (request.target == path.toUtf8())
+            body = QString::fromUtf8(request.body);
+    }
+    return body;
+}
+
+QUrl ScreenHarness::newFile(const QString &name, const QString &content)
+{
+    QFile file(m_session->home.filePath(name));
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) >= 0;
+    Q_ASSERT(written);
+    return QUrl::fromLocalFile(file.fileName());
+}
+
+void ScreenHarness::copyFiles(const QList<QUrl> &files)
+{
+    auto *data = new QMimeData;
+    data->setUrls(files);
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+void ScreenHarness::copyText(const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void ScreenHarness::copyPicture()
+{
+    QImage picture(2, 2, QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    QGuiApplication::clipboard()->setImage(picture);
+}
+
+bool ScreenHarness::drag(QQuickItem *item, const QList<QUrl> &urls)
+{
+    m_dragged = std::make_unique<QMimeData>();
+    m_dragged->setUrls(urls);
+    const QPoint at = item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, m_dragged.get(), Qt::LeftButton,
+                          Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &enter);
+    QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, m_dragged.get(), Qt::LeftButton,
+                        Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &move);
+    if (!move.isAccepted()) {
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(item->window(), &leave);
+    }
+    return move.isAccepted();
+}
+
+int ScreenHarness::drop(QQuickItem *item)
+{
+    const QPointF at = item->mapToScene({item->width() / 2, item->height() / 2});
+    QDropEvent drop(at, Qt::CopyAction | Qt::MoveAction, m_dragged.get(), Qt::LeftButton,
+                    Qt::NoModifier);
+    drop.setDropAction(Qt::MoveAction);
+    QCoreApplication::sendEvent(item->window(), &drop);
+    return drop.isAccepted() ? static_cast<int>(drop.dropAction()) : Qt::IgnoreAction;
 }
 
 QList<QQuickItem *> ScreenHarness::focusableItems(QQuickItem *item)

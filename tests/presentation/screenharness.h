@@ -9,6 +9,7 @@
 #include "support/scriptedserver.h"
 
 #include <QAccessible>
+#include <QMimeData>
 #include <QQuickItem>
 #include <QTemporaryDir>
 #include <QVariantMap>
@@ -48,6 +49,7 @@ public:
     Q_INVOKABLE [[nodiscard]] QStringList conversationRequests() const;
     Q_INVOKABLE [[nodiscard]] int roleOf(int row) const;
     Q_INVOKABLE [[nodiscard]] QString textOf(int row) const;
+    Q_INVOKABLE [[nodiscard]] int volumeOf(int row) const;
 
     /// What assistive technology is told of an item; empty when it is told nothing.
     Q_INVOKABLE [[nodiscard]] static QVariantMap accessible(QQuickItem *item);
@@ -56,6 +58,24 @@ public:
     Q_INVOKABLE [[nodiscard]] static QVariantList accessibleTree(QQuickItem *item);
     /// Text that an input method is still composing.
     Q_INVOKABLE static void compose(QQuickItem *item, const QString &preedit);
+    /// What the service answers to requests of that path, with any method; `Me` at "/v1/me".
+    Q_INVOKABLE void reply(const QString &path, int status, const QString &body);
+    /// Answers the next request of that path when `release` is called.
+    Q_INVOKABLE void hold(const QString &path);
+    Q_INVOKABLE [[nodiscard]] bool isHeld() const;
+    Q_INVOKABLE void release(int status, const QString &body);
+    /// Requests of that path so far.
+    Q_INVOKABLE [[nodiscard]] int count(const QString &path) const;
+    Q_INVOKABLE [[nodiscard]] QString lastBody(const QString &path) const;
+    /// Where a new file with that content is.
+    Q_INVOKABLE [[nodiscard]] QUrl newFile(const QString &name, const QString &content);
+    Q_INVOKABLE static void copyFiles(const QList<QUrl> &files);
+    Q_INVOKABLE static void copyText(const QString &text);
+    Q_INVOKABLE static void copyPicture();
+    /// Drags over the middle of the item; gives whether a drop is welcome there.
+    Q_INVOKABLE bool drag(QQuickItem *item, const QList<QUrl> &urls);
+    /// Lets go of what was dragged last; gives what becomes of the original.
+    Q_INVOKABLE int drop(QQuickItem *item);
     Q_INVOKABLE [[nodiscard]] static QList<QQuickItem *> focusableItems(QQuickItem *item);
 
 signals:
@@ -68,6 +88,7 @@ private:
     static void collect(QAccessibleInterface *interface, QVariantList &list);
 
     std::unique_ptr<Session> m_session;
+    std::unique_ptr<QMimeData> m_dragged;
 };
 
 } // namespace velto::test

@@ -44,9 +44,13 @@ TestCase {
         const view = list();
         return Math.abs(view.contentY - (view.originY + view.contentHeight - view.height)) < 1;
     }
+    function isSettled(item: Item): bool {
+        return item === null || (item.opacity === 1 && isSettled(item.parent));
+    }
     function click(name: string): void {
         tryVerify(() => button(name) !== null);
         waitForRendering(view);
+        tryVerify(() => isSettled(button(name)));
         mouseClick(button(name));
     }
     function open(cached: int): void {

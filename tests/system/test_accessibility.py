@@ -124,6 +124,8 @@ class Screens(SystemTest):
         _, velto = self.start_signed_in()
         velto.send("slow long 3000")
         velto.button("Stop")
+        velto.wait_for(name="slow long 3000")  # the title, and what stood there has gone
+        wait_until(velto.answer, "the answer to begin")
         self.assert_reachable(velto)
         self.assertIsNone(velto.find(BUTTON, "Send"))
 

@@ -109,7 +109,5 @@ T.Popup {
             }
         }
     }
-    T.Overlay.modal: Rectangle {
-        color: Tokens.faded("black", 0.3)
-    }
+    T.Overlay.modal: Scrim {}
 }

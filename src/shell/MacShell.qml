@@ -125,9 +125,8 @@ FocusScope {
             focus: true
         }
     }
-    Rectangle {
+    Scrim {
         anchors.fill: parent
-        color: Tokens.faded("black", 0.25)
         visible: root.isPeeking
         z: 1
 

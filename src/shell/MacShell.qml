@@ -94,7 +94,6 @@ FocusScope {
         }
         SidebarNav {
             anchors.fill: parent
-            anchors.topMargin: 36
             appState: root.appState
             focus: true
         }

@@ -104,7 +104,7 @@ TestCase {
         return items(item => item instanceof PressableButton && item.label === label)[0] ?? null;
     }
     function moreOf(title: string): Item {
-        return collect(row(title), item => item instanceof IconButton, [])[0];
+        return collect(row(title), item => item instanceof Pressable, [])[0];
     }
     function marked(title: string): var {
         return collect(row(title), item => item instanceof TitleText, [])[0].markedTexts();

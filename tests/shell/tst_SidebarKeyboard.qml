@@ -187,4 +187,36 @@ SidebarTestCase {
         for (const item of all)
             verify(harness.accessible(item).name.length > 0, item.toString());
     }
+    function toldRows(): var {
+        return harness.accessibleTree(sidebar).filter(item => item.role === Accessible.ListItem).map(item => item.name);
+    }
+    function test_rowsAreToldInTheirOrder(): void {
+        show(threeConversations());
+        const list = threeConversations();
+        list.unshift(conversation("n", "Newest", null, daysAgo(0)));
+        harness.answerHistory(JSON.stringify(list));
+        appState.startRefreshConversations();
+        tryVerify(() => rows().length === 4);
+        tryVerify(() => toldRows().join() === titles().join());
+        list.splice(0, 0, ...list.splice(1, 1));
+        harness.answerHistory(JSON.stringify(list));
+        appState.startRefreshConversations();
+        tryTitles(["Harbour times", "Newest", "Ferry or train", "Été à Paris"]);
+        tryVerify(() => toldRows().join() === titles().join());
+    }
+    function test_rowsThatComeFromAboveAreToldFirst(): void {
+        const many = [];
+        for (let i = 0; i < 60; ++i)
+            many.push(conversation("c" + i, "Conversation " + i, null, daysAgo(0)));
+        show(many);
+        focusRow("Conversation 1");
+        keyClick(Qt.Key_End);
+        tryVerify(() => row("Conversation 59") !== null);
+        for (let i = 0; i < 6; ++i)
+            keyClick(Qt.Key_PageUp);
+        tryVerify(() => row("Conversation 1") !== null);
+        settle(sidebar);
+        tryVerify(() => toldRows().join() === titles().filter(title => toldRows().includes(title)).join());
+        verify(toldRows().length > 10);
+    }
 }

@@ -163,7 +163,7 @@ TEST_F(TitleTextTest, nothingShowsOfNothing)
     EXPECT_EQ(extent(draw(), false).second, -1);
     title.setSize({0, 20});
     setTitle("words", "o");
-    EXPECT_EQ(title.shownText(), text("w…"));
+    EXPECT_EQ(title.shownText(), text("…"));
     EXPECT_EQ(title.markedTexts(), QStringList());
 }
 

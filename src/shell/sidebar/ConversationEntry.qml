@@ -21,7 +21,7 @@ FocusScope {
     required property HistoryEditing editing
 
     readonly property bool isRenaming: conversationID !== "" && editing.renamingID === conversationID
-    readonly property real rowHeight: row.height
+    readonly property alias row: row
 
     signal selected
     signal menuRequested(Item item, real x, real y)

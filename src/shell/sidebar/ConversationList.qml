@@ -27,9 +27,10 @@ FocusScope {
     signal escaped
     signal steppedUp
 
-    function takeFocus(): void {
+    /// From above.
+    function enter(): void {
         if (list.count > 0)
-            moveTo(list.currentIndex);
+            moveTo(0);
     }
     function moveTo(row: int): void {
         list.currentIndex = Math.max(0, Math.min(list.count - 1, row));
@@ -76,7 +77,7 @@ FocusScope {
         id: list
 
         readonly property ConversationEntry entry: currentItem as ConversationEntry
-        readonly property int rowsPerPage: entry === null ? 1 : Math.max(1, Math.floor(height / entry.rowHeight) - 1)
+        readonly property int rowsPerPage: entry === null ? 1 : Math.max(1, Math.floor(height / entry.row.height) - 1)
 
         Accessible.name: qsTr("Conversations")
         Accessible.role: Accessible.List
@@ -97,6 +98,7 @@ FocusScope {
             searchQuery: root.history.query
             width: ListView.view.width
 
+            onIndexChanged: order.update()
             onMenuRequested: (item, x, y) => root.menuRequested(item, x, y, conversationID, title)
             onRenameEnded: takeFocus()
             onRenameStarted: {
@@ -144,5 +146,19 @@ FocusScope {
             if (count === 0 && activeFocus)
                 root.emptied();
         }
+    }
+    Loader {
+        active: list.entry !== null && list.entry.row.activeFocus
+        anchors.fill: parent
+        anchors.margins: 2
+        parent: list.entry === null ? list : list.entry.row
+        sourceComponent: FocusRing {
+            radius: 8
+        }
+    }
+    RowOrder {
+        id: order
+
+        view: list
     }
 }

@@ -5,7 +5,8 @@ import QtQuick
 import Velto.Controls
 import Velto.Shell
 
-/// One conversation of the history.
+/// One conversation of the history. A long one makes and drops such rows while it is searched, so
+/// they are made of little.
 Item {
     id: root
 
@@ -74,22 +75,21 @@ Item {
                 root.menuRequested(root, event.x, event.y);
         }
     }
-    IconButton {
+    Pressable {
         id: more
 
-        // Not quite gone: the pointer and a screen reader still find it.
-        readonly property real hidden: 0.001
-
+        Accessible.name: qsTr("More actions")
+        Accessible.role: Accessible.Button
         activeFocusOnTab: false
         anchors.right: parent.right
         anchors.rightMargin: 3
         anchors.verticalCenter: parent.verticalCenter
-        label: qsTr("More actions")
-        opacity: root.hovering || root.isActive || activeFocus || root.activeFocus ? 1 : hidden
-        radius: Tokens.radiusSmall
-        size: 22
-        symbol: "ellipsis"
+        height: 22
+        // Not quite gone: the pointer and a screen reader still find it.
+        opacity: root.hovering || root.isActive || activeFocus || root.activeFocus ? 1 : 0.001
+        width: 22
 
+        Accessible.onPressAction: clicked()
         onClicked: root.openMenu()
 
         Behavior on opacity {
@@ -98,13 +98,13 @@ Item {
                 easing.type: Easing.OutQuad
             }
         }
-    }
-    Loader {
-        active: root.activeFocus
-        anchors.fill: parent
-        anchors.margins: 2
-        sourceComponent: FocusRing {
-            radius: 8
+
+        Loader {
+            active: more.opacity > 0.001
+            anchors.fill: parent
+            sourceComponent: MoreMark {
+                isLit: more.hovered || more.down
+            }
         }
     }
 }

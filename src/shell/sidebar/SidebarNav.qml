@@ -75,7 +75,7 @@ FocusScope {
         focus: true
 
         onCancelled: root.appState.requestInputFocus()
-        onSteppedDown: list.takeFocus()
+        onSteppedDown: list.enter()
     }
     ConversationList {
         id: list

@@ -18,8 +18,7 @@ namespace velto::shell
 namespace
 {
 
-constexpr qsizetype longest = 1000; // more than any sidebar shows
-constexpr qreal unlimited = 1e6;
+constexpr qsizetype longest = 300; // more than any sidebar shows
 const QChar ellipsis(0x2026);
 
 /// On one line: what breaks lines or jumps is a blank.
@@ -29,6 +28,17 @@ QString oneLine(const QString &text)
     std::ranges::replace_if(
         line, [](QChar character) { return character.isSpace(); }, QLatin1Char(' '));
     return line;
+}
+
+bool runsBothWays(const QString &text)
+{
+    const auto codes = text.toUcs4();
+    return std::ranges::any_of(codes, [](char32_t code) {
+        const QChar::Direction direction = QChar::direction(code);
+        return direction == QChar::DirR || direction == QChar::DirAL ||
+               direction == QChar::DirRLE || direction == QChar::DirRLO ||
+               direction == QChar::DirRLI;
+    });
 }
 
 } // namespace
@@ -91,22 +101,19 @@ QStringList TitleText::markedTexts() const
 {
     QStringList texts;
     for (const TitleRange &mark : m_marks)
-        texts.append(m_layout.text().mid(mark.start, mark.end - mark.start));
+        texts.append(m_shown.mid(mark.start, mark.end - mark.start));
     return texts;
-}
-
-QFont TitleText::font() const
-{
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(std::max(1, qRound(m_pixelSize)));
-    return font;
 }
 
 void TitleText::measure()
 {
-    const QFont font = this->font();
-    m_layout.setFont(font);
-    setImplicitHeight(std::ceil(QFontMetricsF(font).height()));
+    m_font = QGuiApplication::font();
+    m_font.setPixelSize(std::max(1, qRound(m_pixelSize)));
+    const QFontMetricsF metrics(m_font);
+    m_ascent = metrics.ascent();
+    m_ellipsisWidth = metrics.horizontalAdvance(ellipsis);
+    m_layout.setFont(m_font);
+    setImplicitHeight(std::ceil(metrics.height()));
 }
 
 void TitleText::geometryChange(const QRectF &now, const QRectF &before)
@@ -146,22 +153,40 @@ QTextLine TitleText::setLine(const QString &text, qreal width, QTextOption::Wrap
 
 void TitleText::layOut()
 {
-    QString text = oneLine(m_text);
-    m_marks = highlightedTitle(text, m_query);
-    QTextLine line = setLine(text, unlimited, QTextOption::NoWrap);
-    if (line.isValid() && line.naturalTextWidth() > width()) {
-        const qreal room = width() - QFontMetricsF(font()).horizontalAdvance(ellipsis);
-        line = setLine(text, std::max(room, 0.0), QTextOption::WrapAnywhere);
-        text.truncate(line.textLength());
-        while (text.endsWith(QLatin1Char(' ')))
-            text.chop(1);
-        m_marks.removeIf([&](const TitleRange &mark) { return mark.start >= text.size(); });
-        if (!m_marks.isEmpty())
-            m_marks.last().end = std::min(m_marks.last().end, text.size());
-        text.append(ellipsis);
+    m_shown = oneLine(m_text);
+    m_marks = highlightedTitle(m_shown, m_query);
+    m_laidEnd = m_shown.size();
+    const QTextLine line = setLine(m_shown, width());
+    if (line.isValid() && line.naturalTextWidth() > width())
+        truncate(line);
+}
+
+// Laying out costs most of what showing a title does, emoji above all, so it is done once where
+// the beginning of a line stays where it is when the rest goes.
+void TitleText::truncate(QTextLine line)
+{
+    const qreal room = std::max(width() - m_ellipsisWidth, 0.0);
+    const bool isMixed = runsBothWays(m_shown);
+    int end = 0;
+    if (isMixed) {
+        end = setLine(m_shown, room, QTextOption::WrapAnywhere).textLength();
+    } else {
+        end = line.xToCursor(room, QTextLine::CursorBetweenCharacters);
+        while (end > 0 && line.cursorToX(end) > room)
+            end = m_layout.previousCursorPosition(end);
     }
-    line = setLine(text, width(), QTextOption::NoWrap);
-    m_rise = line.isValid() ? QFontMetricsF(font()).ascent() - line.ascent() : 0;
+    while (end > 0 && m_shown.at(end - 1) == QLatin1Char(' '))
+        --end;
+    m_marks.removeIf([&](const TitleRange &mark) { return mark.start >= end; });
+    if (!m_marks.isEmpty())
+        m_marks.last().end = std::min(m_marks.last().end, static_cast<qsizetype>(end));
+    m_laidEnd = end;
+    m_ellipsisX = line.cursorToX(end);
+    m_shown = m_shown.left(end) + ellipsis;
+    if (isMixed) {
+        setLine(m_shown, width());
+        m_laidEnd = m_shown.size();
+    }
 }
 
 QSGNode *TitleText::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
@@ -170,21 +195,31 @@ QSGNode *TitleText::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     if (m_layout.lineCount() == 0)
         return nullptr;
     auto *node = new QQuickTextNode(this);
-    const QTextLine line = m_layout.lineAt(0);
-    const auto add = [&](qsizetype start, qsizetype end, const QColor &color) {
+    const auto add = [&](const QTextLine &line, qsizetype start, qsizetype end, qreal x,
+                         const QColor &color) {
         if (start >= end)
             return;
+        // All fonts share a baseline.
+        const QPointF position(x, m_ascent - line.ascent());
         for (const QGlyphRun &glyphs :
              line.glyphRuns(static_cast<int>(start), static_cast<int>(end - start)))
-            node->addGlyphs({0, m_rise}, glyphs, color);
+            node->addGlyphs(position, glyphs, color);
     };
+    const QTextLine line = m_layout.lineAt(0);
     qsizetype at = 0;
     for (const TitleRange &mark : m_marks) {
-        add(at, mark.start, m_color);
-        add(mark.start, mark.end, m_markColor);
+        add(line, at, mark.start, 0, m_color);
+        add(line, mark.start, mark.end, 0, m_markColor);
         at = mark.end;
     }
-    add(at, m_layout.text().size(), m_color);
+    add(line, at, m_laidEnd, 0, m_color);
+    if (m_laidEnd < m_shown.size()) {
+        QTextLayout dots(QString(ellipsis), m_font);
+        dots.beginLayout();
+        const QTextLine own = dots.createLine();
+        dots.endLayout();
+        add(own, 0, 1, m_ellipsisX, m_color);
+    }
     return node;
 }
 

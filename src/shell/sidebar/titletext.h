@@ -41,7 +41,7 @@ public:
     void setPixelSize(qreal size);
 
     /// What shows, with the ellipsis where something had to go.
-    Q_INVOKABLE [[nodiscard]] QString shownText() const { return m_layout.text(); }
+    Q_INVOKABLE [[nodiscard]] QString shownText() const { return m_shown; }
     /// The stretches of the shown text that are marked.
     Q_INVOKABLE [[nodiscard]] QStringList markedTexts() const;
 
@@ -58,20 +58,27 @@ protected:
     void geometryChange(const QRectF &now, const QRectF &before) override;
 
 private:
-    [[nodiscard]] QFont font() const;
     void measure();
     void layOut();
-    /// One line of `text`, broken where it no longer fits.
-    QTextLine setLine(const QString &text, qreal width, QTextOption::WrapMode wrap);
+    /// Shows the beginning of a text that is too long, and an ellipsis.
+    void truncate(QTextLine line);
+    /// The text on one line, with its marks. One that wraps ends where nothing more fits.
+    QTextLine setLine(const QString &text, qreal width,
+                      QTextOption::WrapMode wrap = QTextOption::NoWrap);
 
     QString m_text;
     QString m_query;
     QColor m_color;
     QColor m_markColor;
     qreal m_pixelSize = 13;
+    QFont m_font;
+    qreal m_ascent = 0;
+    qreal m_ellipsisWidth = 0;
     QTextLayout m_layout;
+    QString m_shown;
     QList<TitleRange> m_marks; // of the shown text
-    qreal m_rise = 0;          // of the line, so that all fonts share a baseline
+    qsizetype m_laidEnd = 0;   // of the shown text, as far as it is laid out
+    qreal m_ellipsisX = 0;     // where the ellipsis stands that isn't
 };
 
 } // namespace velto::shell

@@ -8,6 +8,9 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QImage>
+#include <QImageReader>
+#include <QPixmap>
 #include <QStandardPaths>
 
 namespace velto::app
@@ -16,12 +19,21 @@ namespace velto::app
 namespace
 {
 
+// Without looking at what else the picture could be, for which every decoder there is would be
+// loaded.
+QImage icon(const char *name)
+{
+    QImageReader reader(QStringLiteral(":/icons/%1.png").arg(QLatin1String(name)), "png");
+    reader.setAutoDetectImageFormat(false);
+    return reader.read();
+}
+
 QIcon windowIcon()
 {
-    QIcon icon;
+    QIcon all;
     for (const char *size : {"16", "32", "48", "128"})
-        icon.addFile(QStringLiteral(":/icons/%1.png").arg(QLatin1String(size)));
-    return icon;
+        all.addPixmap(QPixmap::fromImage(icon(size)));
+    return all;
 }
 
 platform::TrayLook trayLook()
@@ -31,9 +43,8 @@ platform::TrayLook trayLook()
     platform::TrayLook look{.title = QStringLiteral("velto"), .iconName = {}, .pictures = {}};
     if (!QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty())
         look.iconName = name;
-    for (const char *size : {"22", "24", "32", "48"})
-        look.pictures.append(
-            QImage(QStringLiteral(":/icons/tray-%1.png").arg(QLatin1String(size))));
+    for (const char *size : {"tray-22", "tray-24", "tray-32", "tray-48"})
+        look.pictures.append(icon(size));
     return look;
 }
 

@@ -104,7 +104,9 @@ Item {
     EditCommand {
         id: paste
 
-        enabled: root.isWritable && root.field.canPaste
+        // Not whether there is something to paste: asking loads every image format there is and
+        // waits for whoever owns the clipboard, whenever a field gets the keyboard.
+        enabled: root.isWritable
         nativeText: "Ctrl+V"
         text: qsTr("Paste")
 

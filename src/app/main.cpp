@@ -37,6 +37,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <malloc.h>
 #include <optional>
 
 Q_IMPORT_QML_PLUGIN(Velto_ControlsPlugin)
@@ -260,11 +261,19 @@ bool printsOnly(int argc, char **argv)
     return line.showsHelp || line.showsVersion;
 }
 
+// The threads beside the main one do little at the same time: of heaps of their own, each would
+// keep what it had needed most.
+void shareHeaps()
+{
+    mallopt(M_ARENA_MAX, 2);
+}
+
 int start(int argc, char **argv)
 {
     if (printsOnly(argc, argv))
         return EXIT_SUCCESS;
     constexpr int wrongUsage = 2;
+    shareHeaps();
     const QByteArray token = platform::launchToken();
     readFontConfigurationAhead();
     describeApplication();

@@ -130,10 +130,46 @@ TEST_F(TitleTextTest, aTitleFromRightToLeftBeginsAtTheRight)
 {
     setTitle("מזג אוויר");
     EXPECT_GT(extent(draw(), false).first, 150);
-    setTitle("מזג אוויר ועוד הרבה מילים שאין להן מקום בשורה אחת של החלון הזה בכלל");
-    EXPECT_TRUE(title.shownText().endsWith(QChar(0x2026)));
-    EXPECT_TRUE(title.shownText().startsWith(text("מזג")));
-    EXPECT_GE(extent(draw(), false).first, 0);
+}
+
+TEST_F(TitleTextTest, aTruncatedTitleFromRightToLeftEndsAtTheLeft)
+{
+    for (const char *words : {"מזג אוויר ועוד הרבה מילים שאין להן מקום בשורה אחת של החלון הזה בכלל",
+                              "جدول المد والجزر للميناء الشمالي في الأسبوع الثاني من سبتمبر القادم",
+                              "עברית עם English בתוכה וגם עוד הרבה מילים שאין להן מקום כאן"}) {
+        title.setSize({160, title.implicitHeight()});
+        setTitle(words);
+        EXPECT_TRUE(title.shownText().endsWith(QChar(0x2026)));
+        EXPECT_TRUE(text(words).startsWith(title.shownText().chopped(1))) << words;
+        const QImage whole = draw();
+        EXPECT_LE(extent(whole, false).second, 160) << words;
+        // The ellipsis stands at the left and at the foot of the line.
+        const int from = extent(whole, false).first;
+        int top = whole.height();
+        for (int x = from; x < from + 6; ++x) {
+            for (int y = 0; y < whole.height(); ++y) {
+                if (whole.pixelColor(x, y).lightness() < 120)
+                    top = std::min(top, y);
+            }
+        }
+        EXPECT_GT(top, title.implicitHeight() / 2) << words;
+        title.setX(40); // nothing sticks out to the left of it
+        EXPECT_GE(extent(draw(), false).first, 40) << words;
+        title.setX(0);
+    }
+}
+
+TEST_F(TitleTextTest, emojiAreInColour)
+{
+    setTitle("🌫️🔴");
+    const QImage image = draw();
+    bool isColoured = false;
+    for (int x = 0; x < 40; ++x) {
+        for (int y = 0; y < image.height(); ++y)
+            isColoured = isColoured || image.pixelColor(x, y).saturation() > 60;
+    }
+    EXPECT_TRUE(isColoured);
+    EXPECT_EQ(extent(image, false).second, -1); // neither of them in black
 }
 
 TEST_F(TitleTextTest, staysOnOneLine)

@@ -118,4 +118,14 @@ qsizetype nextEmoji(QStringView text, qsizetype at)
     return at;
 }
 
+QFont emojiFont(QFont font)
+{
+    QStringList families{QStringLiteral("Noto Color Emoji")};
+    families += font.families().isEmpty() ? QStringList{font.family()} : font.families();
+    font.setFamilies(families);
+    font.setWeight(QFont::Normal);
+    font.setItalic(false);
+    return font;
+}
+
 } // namespace velto::markdown

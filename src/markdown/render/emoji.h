@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QFont>
 #include <QString>
 
 namespace velto::markdown
@@ -15,5 +16,9 @@ namespace velto::markdown
 [[nodiscard]] qsizetype nextEmoji(QStringView text, qsizetype at);
 /// Whether what stands at `at` changes the look of the character before it.
 [[nodiscard]] bool joinsToEmoji(QStringView text, qsizetype at);
+/// The font for emoji that stand in a text of `font`. Fonts of text have some emoji as well, in
+/// black, and others higher than their letters are; the shaper would take either, and give all of
+/// the paragraph the height.
+[[nodiscard]] QFont emojiFont(QFont font);
 
 } // namespace velto::markdown

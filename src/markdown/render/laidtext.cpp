@@ -75,18 +75,6 @@ qsizetype commonPrefix(const QString &a, const QString &b)
     return length;
 }
 
-/// Fonts of text have some emoji as well, in black, and others higher than their letters are. The
-/// shaper would take either, and give all of the paragraph the height.
-QFont emojiFont(QFont font)
-{
-    QStringList families{QStringLiteral("Noto Color Emoji")};
-    families += font.families().isEmpty() ? QStringList{font.family()} : font.families();
-    font.setFamilies(families);
-    font.setWeight(QFont::Normal);
-    font.setItalic(false);
-    return font;
-}
-
 // Looking for the end of a word costs as much as the word is long, for each line of it.
 constexpr qsizetype longestWord = 1000;
 

@@ -13,7 +13,7 @@ namespace velto::shell
 namespace
 {
 
-constexpr qint64 hours24 = 24 * 60 * 60 * 1000LL;
+constexpr qint64 hours24 = 24LL * 60 * 60 * 1000;
 constexpr qint64 week = 7 * hours24;
 
 /// Reads a text from front to back. What it is asked for has to be there.

@@ -3,6 +3,8 @@
 
 #include "shell/sidebar/titletext.h"
 
+#include "markdown/render/emoji.h"
+
 #include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QGuiApplication>
@@ -129,20 +131,35 @@ void TitleText::updatePolish()
     update();
 }
 
-QTextLine TitleText::setLine(const QString &text, qreal width, QTextOption::WrapMode wrap)
+QList<QTextLayout::FormatRange> TitleText::formats(const QString &text) const
 {
     QList<QTextLayout::FormatRange> formats;
-    for (const TitleRange &mark : m_marks) {
-        QTextLayout::FormatRange range{
-            static_cast<int>(mark.start), static_cast<int>(mark.end - mark.start), {}};
-        range.format.setFontWeight(QFont::DemiBold);
-        formats.append(range);
+    const auto add = [&](qsizetype start, qsizetype end, const QTextCharFormat &format) {
+        formats.append({static_cast<int>(start), static_cast<int>(end - start), format});
+    };
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::DemiBold);
+    for (const TitleRange &mark : m_marks)
+        add(mark.start, mark.end, bold);
+    qsizetype emoji = markdown::nextEmoji(text, 0);
+    while (emoji < text.size()) {
+        QTextCharFormat picture;
+        picture.setFont(markdown::emojiFont(m_font));
+        const qsizetype end = markdown::emojiEnd(text, emoji);
+        add(emoji, end, picture);
+        emoji = markdown::nextEmoji(text, end);
     }
+    return formats;
+}
+
+QTextLine TitleText::setLine(const QString &text, qreal width, QTextOption::WrapMode wrap)
+{
     QTextOption option(text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     option.setWrapMode(wrap);
     m_layout.setText(text);
     m_layout.setTextOption(option);
-    m_layout.setFormats(formats);
+    m_layout.setFormats(formats(text));
     m_layout.beginLayout();
     QTextLine line = m_layout.createLine();
     if (line.isValid())
@@ -166,27 +183,39 @@ void TitleText::layOut()
 void TitleText::truncate(QTextLine line)
 {
     const qreal room = std::max(width() - m_ellipsisWidth, 0.0);
-    const bool isMixed = runsBothWays(m_shown);
-    int end = 0;
-    if (isMixed) {
-        end = setLine(m_shown, room, QTextOption::WrapAnywhere).textLength();
-    } else {
-        end = line.xToCursor(room, QTextLine::CursorBetweenCharacters);
-        while (end > 0 && line.cursorToX(end) > room)
-            end = m_layout.previousCursorPosition(end);
+    if (runsBothWays(m_shown))
+        return truncateBothWays(room);
+    int end = line.xToCursor(room, QTextLine::CursorBetweenCharacters);
+    while (end > 0 && line.cursorToX(end) > room)
+        end = m_layout.previousCursorPosition(end);
+    end = cut(m_shown, end);
+    m_ellipsisX = line.cursorToX(end);
+    m_laidEnd = end;
+}
+
+// What comes first needn't stand at one side, and letters change their shape at the cut.
+void TitleText::truncateBothWays(qreal room)
+{
+    const QString whole = m_shown;
+    int end = setLine(whole, room, QTextOption::WrapAnywhere).textLength();
+    for (;; --end) {
+        end = cut(whole, end);
+        const QTextLine line = setLine(m_shown, width());
+        if (end == 0 || line.naturalTextWidth() <= width())
+            break;
     }
-    while (end > 0 && m_shown.at(end - 1) == QLatin1Char(' '))
+    m_laidEnd = m_shown.size();
+}
+
+int TitleText::cut(const QString &whole, int end)
+{
+    while (end > 0 && (whole.at(end - 1) == QLatin1Char(' ') || whole.at(end).isLowSurrogate()))
         --end;
     m_marks.removeIf([&](const TitleRange &mark) { return mark.start >= end; });
     if (!m_marks.isEmpty())
         m_marks.last().end = std::min(m_marks.last().end, static_cast<qsizetype>(end));
-    m_laidEnd = end;
-    m_ellipsisX = line.cursorToX(end);
-    m_shown = m_shown.left(end) + ellipsis;
-    if (isMixed) {
-        setLine(m_shown, width());
-        m_laidEnd = m_shown.size();
-    }
+    m_shown = whole.left(end) + ellipsis;
+    return end;
 }
 
 QSGNode *TitleText::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)

@@ -62,6 +62,10 @@ private:
     void layOut();
     /// Shows the beginning of a text that is too long, and an ellipsis.
     void truncate(QTextLine line);
+    void truncateBothWays(qreal room);
+    /// Shows `whole` up to `end`, or less where blanks would end it, and how much that is.
+    int cut(const QString &whole, int end);
+    [[nodiscard]] QList<QTextLayout::FormatRange> formats(const QString &text) const;
     /// The text on one line, with its marks. One that wraps ends where nothing more fits.
     QTextLine setLine(const QString &text, qreal width,
                       QTextOption::WrapMode wrap = QTextOption::NoWrap);

@@ -44,6 +44,12 @@ Flickable {
             sendRequested();
         return true;
     }
+    function takePaste(): bool {
+        if (attachments.paste())
+            return true;
+        field.expectPaste(false);
+        return false;
+    }
     function take(event: KeyEvent): bool {
         switch (event.key) {
         case Qt.Key_Return:
@@ -54,7 +60,7 @@ Flickable {
             page(event.key === Qt.Key_PageUp ? -1 : 1, (event.modifiers & Qt.ShiftModifier) !== 0);
             return true;
         default:
-            return event.matches(StandardKey.Paste) && attachments.paste();
+            return event.matches(StandardKey.Paste) && takePaste();
         }
     }
 
@@ -77,10 +83,20 @@ Flickable {
         rightPadding: root.padding
         topPadding: root.padding
         width: root.width
+        wrapMode: field.hasLongWords ? TextEdit.WrapAnywhere : TextEdit.Wrap
 
         Keys.onPressed: event => event.accepted = root.take(event)
         Component.onCompleted: field.input = input
         onCursorRectangleChanged: root.showCursor()
+
+        PointHandler {
+            acceptedButtons: Qt.MiddleButton
+
+            onActiveChanged: {
+                if (active)
+                    field.expectPaste(true);
+            }
+        }
     }
     DraftField {
         id: field

@@ -3,6 +3,8 @@
 
 #include "presentation/draftfield.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QQuickTextDocument>
 #include <QScopedValueRollback>
 #include <QTextDocument>
@@ -29,7 +31,31 @@ QString textOf(const QTextDocument &document)
     return text;
 }
 
+bool holdsLongWord(const QString &text)
+{
+    constexpr int longest = 2000;
+    int length = 0;
+    return std::ranges::any_of(text, [&length](QChar character) {
+        length = character.isSpace() ? 0 : length + 1;
+        return length > longest;
+    });
+}
+
 } // namespace
+
+void DraftField::expectPaste(bool selection)
+{
+    const auto mode = selection ? QClipboard::Selection : QClipboard::Clipboard;
+    setLongWords(m_hasLongWords || holdsLongWord(QGuiApplication::clipboard()->text(mode)));
+}
+
+void DraftField::setLongWords(bool hasLongWords)
+{
+    if (m_hasLongWords == hasLongWords)
+        return;
+    m_hasLongWords = hasLongWords;
+    emit hasLongWordsChanged();
+}
 
 void DraftField::setInput(QQuickItem *input)
 {
@@ -61,6 +87,8 @@ void DraftField::setDraft(const QString &draft)
 void DraftField::show(const QString &before)
 {
     const QScopedValueRollback showing(m_isShowing, true);
+    const bool willHaveLongWords = holdsLongWord(m_draft);
+    setLongWords(m_hasLongWords || willHaveLongWords); // the old text is still there
     if (!before.isEmpty() && m_draft.startsWith(before)) {
         const int end = m_document->characterCount() - 1;
         QMetaObject::invokeMethod(m_input, "insert", Q_ARG(int, end),
@@ -69,6 +97,7 @@ void DraftField::show(const QString &before)
         m_input->setProperty("text", m_draft);
         m_input->setProperty("cursorPosition", m_document->characterCount() - 1);
     }
+    setLongWords(willHaveLongWords);
 }
 
 void DraftField::noteEdit()
@@ -79,6 +108,7 @@ void DraftField::noteEdit()
     if (m_draft == text)
         return;
     m_draft = text;
+    setLongWords(holdsLongWord(text));
     emit draftChanged();
     emit edited(text);
 }

@@ -25,9 +25,16 @@ class DraftField : public QObject
     /// The TextEdit, once it is complete: till then it has no text of its own.
     Q_PROPERTY(QQuickItem *input READ input WRITE setInput NOTIFY inputChanged FINAL)
     Q_PROPERTY(QString draft READ draft WRITE setDraft NOTIFY draftChanged REQUIRED FINAL)
+    /// Something in the text is so long that looking for a place to break it would take minutes:
+    /// the field has to break lines anywhere.
+    Q_PROPERTY(bool hasLongWords READ hasLongWords NOTIFY hasLongWordsChanged FINAL)
 
 public:
     using QObject::QObject;
+
+    [[nodiscard]] bool hasLongWords() const { return m_hasLongWords; }
+    /// What the clipboard holds, or the selection that the middle button pastes, is about to come.
+    Q_INVOKABLE void expectPaste(bool selection);
 
     [[nodiscard]] QQuickItem *input() const { return m_input; }
     void setInput(QQuickItem *input);
@@ -37,16 +44,19 @@ public:
 signals:
     void inputChanged();
     void draftChanged();
+    void hasLongWordsChanged();
     /// The user has changed the text to this.
     void edited(const QString &text);
 
 private:
     void show(const QString &before);
     void noteEdit();
+    void setLongWords(bool hasLongWords);
 
     QPointer<QQuickItem> m_input;
     QPointer<QTextDocument> m_document;
     QString m_draft;
+    bool m_hasLongWords = false;
     bool m_isShowing = false; ///< The change of the field is ours.
 };
 

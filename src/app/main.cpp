@@ -10,7 +10,7 @@
 #include "mainwindow.h"
 #include "markdown/imageview/networkimageloaderkey.h"
 #include "patientsecrets.h"
-#include "platform/colorscheme.h"
+#include "platform/appearance.h"
 #include "platform/instance.h"
 #include "platform/notification.h"
 #include "platform/urlopener.h"
@@ -69,22 +69,28 @@ void loadTheRest(QQmlEngine &engine)
     new QQmlComponent(&engine, screen, QQmlComponent::Asynchronous, &engine);
 }
 
-void followColorScheme(const platform::ColorScheme &scheme)
+void followAppearance(const platform::Appearance &appearance)
 {
     using controls::Tokens;
-    using Preference = platform::ColorScheme::Preference;
-    const auto apply = [&scheme] {
-        switch (scheme.preference()) {
-        case Preference::NoPreference:
-            return Tokens::instance().setScheme(Tokens::Scheme::NoPreference);
-        case Preference::Dark:
-            return Tokens::instance().setScheme(Tokens::Scheme::Dark);
-        case Preference::Light:
-            return Tokens::instance().setScheme(Tokens::Scheme::Light);
+    const auto schemeOf = [](platform::Looks::Scheme scheme) {
+        switch (scheme) {
+        case platform::Looks::Scheme::NoPreference:
+            return Tokens::Scheme::NoPreference;
+        case platform::Looks::Scheme::Dark:
+            return Tokens::Scheme::Dark;
+        case platform::Looks::Scheme::Light:
+            return Tokens::Scheme::Light;
         }
+        Q_UNREACHABLE();
     };
-    QObject::connect(&scheme, &platform::ColorScheme::preferenceChanged, &Tokens::instance(),
-                     apply);
+    const auto apply = [&appearance, schemeOf] {
+        const platform::Looks &looks = appearance.looks();
+        Tokens &tokens = Tokens::instance();
+        tokens.setScheme(schemeOf(looks.scheme));
+        tokens.setAccent(looks.accent.value_or(QColor()));
+        tokens.setTextFactor(looks.textFactor);
+    };
+    QObject::connect(&appearance, &platform::Appearance::looksChanged, &Tokens::instance(), apply);
     apply();
 }
 
@@ -236,8 +242,8 @@ int run(const shell::CommandLine &line, const QByteArray &token)
     } else if (!window.load()) {
         return EXIT_FAILURE;
     }
-    const auto scheme = platform::makeSystemColorScheme();
-    followColorScheme(*scheme);
+    const auto appearance = platform::makeSystemAppearance();
+    followAppearance(*appearance);
     return QGuiApplication::exec();
 }
 

@@ -85,6 +85,20 @@ void Tokens::setScheme(Scheme scheme)
     applyPalette();
 }
 
+void Tokens::setAccent(const QColor &accent)
+{
+    if (m_chosenAccent == accent)
+        return;
+    m_chosenAccent = accent;
+    applyPalette();
+}
+
+void Tokens::setTextFactor(qreal factor)
+{
+    m_textFactor = factor;
+    applyFont();
+}
+
 QString Tokens::monospaced()
 {
     return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
@@ -108,7 +122,7 @@ bool Tokens::eventFilter(QObject *watched, QEvent *event)
 
 void Tokens::applyFont()
 {
-    const qreal scale = textScaleFor(desktopPixelSize());
+    const qreal scale = textScaleFor(desktopPixelSize() * m_textFactor);
     if (qFuzzyCompare(m_textScale, scale))
         return;
     m_textScale = scale;
@@ -134,7 +148,7 @@ void Tokens::applyPalette()
     m_tertiary = mixed(m_background, m_primary, 0.45);
     // One pixel at half its weight.
     m_hairline = faded(m_primary, m_dark ? 0.16 : 0.1);
-    m_accent = palette.color(QPalette::Highlight);
+    m_accent = m_chosenAccent.isValid() ? m_chosenAccent : palette.color(QPalette::Highlight);
     m_onAccent = luminance(m_accent) > 0.7 ? QColor(Qt::black) : QColor(Qt::white);
     m_selection = faded(m_accent, 0.35);
     m_warning = m_dark ? QColor(0xff, 0x9f, 0x0a) : QColor(0xe8, 0x7a, 0x00);

@@ -77,6 +77,10 @@ public:
 
     /// What the desktop prefers; with no preference the palette decides.
     void setScheme(Scheme scheme);
+    /// What the desktop has chosen beside its palette; an invalid colour leaves the palette's.
+    void setAccent(const QColor &accent);
+    /// How many times as large as its font the desktop wants text.
+    void setTextFactor(qreal factor);
 
     [[nodiscard]] bool isDark() const { return m_dark; }
     [[nodiscard]] static QString monospaced();
@@ -125,6 +129,8 @@ private:
     void applyFont();
 
     Scheme m_scheme = Scheme::NoPreference;
+    QColor m_chosenAccent;
+    qreal m_textFactor = 1;
     qreal m_textScale = 1;
     bool m_dark = false;
     QColor m_background;

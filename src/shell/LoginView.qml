@@ -109,19 +109,24 @@ FocusScope {
                 spacing: 10
 
                 Symbol {
+                    id: glyph
+
                     anchors.verticalCenter: parent.verticalCenter
                     color: "black"
                     letterColor: "white"
                     name: "g.circle.fill"
-                    size: 15
+                    size: Math.round(15 * Tokens.textScale)
                 }
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     color: "black"
                     font.pixelSize: 15 * Tokens.textScale
                     font.weight: Font.Medium
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 9
                     text: button.label
                     textFormat: Text.PlainText
+                    width: Math.min(implicitWidth, button.width - 2 * 16 - glyph.width - parent.spacing)
                 }
             }
 

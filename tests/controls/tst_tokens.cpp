@@ -37,6 +37,7 @@ protected:
     void SetUp() override
     {
         Tokens::instance().setScheme(Tokens::Scheme::NoPreference);
+        Tokens::instance().setAccent({});
         usePalette(Qt::white, Qt::black, Qt::red);
     }
 };
@@ -52,6 +53,37 @@ TEST_F(TokensTest, thePaletteDecidesWithoutAPreference)
     EXPECT_EQ(tokens.background(), QColor(20, 20, 20));
     EXPECT_EQ(tokens.primary(), QColor(240, 240, 240));
     EXPECT_EQ(tokens.accent(), QColor(Qt::green));
+}
+
+TEST_F(TokensTest, aChosenAccentBeatsThePalettesAndCanBeTakenBack)
+{
+    Tokens &tokens = Tokens::instance();
+    QSignalSpy changed(&tokens, &Tokens::coloursChanged);
+    tokens.setAccent(Qt::yellow);
+    EXPECT_EQ(tokens.accent(), QColor(Qt::yellow));
+    EXPECT_EQ(tokens.onAccent(), QColor(Qt::black));
+    EXPECT_EQ(tokens.selection(), Tokens::faded(Qt::yellow, 0.35));
+    tokens.setAccent(Qt::yellow);
+    EXPECT_EQ(changed.count(), 1);
+    tokens.setAccent({});
+    EXPECT_EQ(tokens.accent(), QColor(Qt::red));
+}
+
+TEST_F(TokensTest, theTextFactorCountsOnTopOfTheFont)
+{
+    Tokens &tokens = Tokens::instance();
+    const QFont before = QGuiApplication::font();
+    QFont font = before;
+    font.setPixelSize(13);
+    QGuiApplication::setFont(font);
+    QCoreApplication::processEvents();
+    ASSERT_DOUBLE_EQ(tokens.textScale(), 1);
+    tokens.setTextFactor(2);
+    EXPECT_DOUBLE_EQ(tokens.textScale(), textScaleFor(26));
+    tokens.setTextFactor(1);
+    EXPECT_DOUBLE_EQ(tokens.textScale(), 1);
+    QGuiApplication::setFont(before);
+    QCoreApplication::processEvents();
 }
 
 TEST_F(TokensTest, aPreferenceBeatsAPaletteOfTheOtherLightness)

@@ -66,6 +66,11 @@ void Pressable::keyPressEvent(QKeyEvent *event)
         if (!event->isAutoRepeat())
             emit clicked();
         return;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        setVisualFocus(true); // it may have nowhere else to go
+        event->ignore();
+        return;
     default:
         event->ignore();
     }

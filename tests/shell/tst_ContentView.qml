@@ -80,6 +80,16 @@ TestCase {
         verify(signIn.width <= 360);
         verify(signIn.activeFocus);
     }
+    function test_tabShowsWhereTheKeyboardIsOnTheSignIn(): void {
+        harness.bootstrap(false, false);
+        show();
+        tryVerify(() => button("Continue with Google") !== null);
+        const signIn = button("Continue with Google");
+        verify(!signIn.visualFocus);
+        keyClick(Qt.Key_Tab);
+        verify(signIn.activeFocus);
+        verify(signIn.visualFocus);
+    }
     function test_failedSignInShowsTheErrorAndTriesAgain(): void {
         harness.bootstrap(false, false);
         show();

@@ -299,6 +299,7 @@ class CloseNotice(InstanceTest):
         notifications = bus.Notifications()
         self.addCleanup(notifications.leave)
         service, velto = self.start_signed_in()
+        desktop.activate(velto.window)
         desktop.close_window()
         self.wait_hidden(velto)
         self.assertEqual(notifications.titles, [KEEPS_RUNNING])
@@ -315,6 +316,7 @@ class CloseNotice(InstanceTest):
 
     def test_else_the_window_tells_once_before_it_closes(self):
         service, velto = self.start_signed_in()
+        desktop.activate(velto.window)
         desktop.close_window()
         velto.wait_for_text(KEEPS_RUNNING)
         desktop.close_window()  # says nothing more

@@ -4,6 +4,8 @@
 #include "controls/symbols.h"
 #include "shell/sections.h"
 
+#include <QPainterPath>
+
 #include <gtest/gtest.h>
 
 namespace velto::shell
@@ -38,7 +40,7 @@ TEST(Sections, haveTheirTitlesAndMarks)
     for (const Row &row : table) {
         EXPECT_EQ(Sections::title(row.section), QString::fromLatin1(row.title));
         EXPECT_EQ(Sections::symbol(row.section), QString::fromLatin1(row.symbol));
-        EXPECT_FALSE(controls::Symbols::glyph(Sections::symbol(row.section)).isEmpty())
+        EXPECT_FALSE(controls::Symbols::outline(Sections::symbol(row.section)).isEmpty())
             << row.symbol;
     }
 }

@@ -12,11 +12,9 @@ rich.cpu_vs_plain      CPU of the process meanwhile / with as much plain text
 """
 
 import json
-import os
 import re
 import statistics
 import sys
-import tempfile
 import time
 from pathlib import Path
 
@@ -111,21 +109,10 @@ def measure_streaming(environment, service):
 
 
 def main():
-    with tempfile.TemporaryDirectory() as folder:
-        service = startup.Running([startup.BUILD / "local/velto-local", "--port", "0",
-                                   "--data", f"{folder}/service", "--token-rate", "200"],
-                                  os.environ)
-        service.wait_for("listening on")
-        base_url = service.line.split()[-1]
-        environment = {**os.environ, "QT_QUICK_BACKEND": "software",
-                       "XDG_DATA_HOME": f"{folder}/data", "XDG_CONFIG_HOME": f"{folder}/config",
-                       "VELTO_API_BASE_URL": base_url}
-        session.sign_in_to_keyring(base_url)
-        try:
-            measure_opening(environment)
-            measure_streaming(environment, service)
-        finally:
-            service.end()
+    with startup.local_service("--token-rate", "200") as (service, environment):
+        session.sign_in_to_keyring(environment["VELTO_API_BASE_URL"])
+        measure_opening(environment)
+        measure_streaming(environment, service)
 
 
 if __name__ == "__main__":

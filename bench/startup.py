@@ -9,6 +9,7 @@ idle.cpu_percent   of one core, over 10 s after the start has settled
 memory.ratio       proportional set size, client / smallest window, each alone, after those 10 s
 """
 
+import contextlib
 import os
 import statistics
 import subprocess
@@ -118,21 +119,27 @@ def measure(environment):
     print(f"RESULT memory.ratio {memory / base:.3f}")
 
 
-def main():
+@contextlib.contextmanager
+def local_service(*options):
+    """The running local service, and the environment of clients that use it."""
     with tempfile.TemporaryDirectory() as folder:
-        service = Running([BUILD / "local/velto-local", "--port", "0",
-                           "--data", f"{folder}/service"], os.environ)
+        service = Running([BUILD / "local/velto-local", "--port", "0", "--data",
+                           f"{folder}/service", *options], os.environ)
         service.wait_for("listening on")
-        base_url = service.line.split()[-1]
-        environment = {**os.environ, "QT_QUICK_BACKEND": "software",
-                       "XDG_DATA_HOME": f"{folder}/data", "XDG_CONFIG_HOME": f"{folder}/config",
-                       "VELTO_API_BASE_URL": base_url}
-        session.write_cached_conversation(environment["XDG_DATA_HOME"], 50)
-        session.sign_in_to_keyring(base_url)
         try:
-            measure(environment)
+            yield service, {**os.environ, "QT_QUICK_BACKEND": "software",
+                            "XDG_DATA_HOME": f"{folder}/data",
+                            "XDG_CONFIG_HOME": f"{folder}/config",
+                            "VELTO_API_BASE_URL": service.line.split()[-1]}
         finally:
             service.end()
+
+
+def main():
+    with local_service() as (_, environment):
+        session.write_cached_conversation(environment["XDG_DATA_HOME"], 50)
+        session.sign_in_to_keyring(environment["VELTO_API_BASE_URL"])
+        measure(environment)
 
 
 if __name__ == "__main__":

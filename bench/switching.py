@@ -8,9 +8,7 @@ memory.after20_ratio   proportional set size after 20 conversations with code, t
 """
 
 import json
-import os
 import sys
-import tempfile
 import time
 from pathlib import Path
 
@@ -55,20 +53,9 @@ def measure(environment, service):
 
 
 def main():
-    with tempfile.TemporaryDirectory() as folder:
-        service = startup.Running([startup.BUILD / "local/velto-local", "--port", "0",
-                                   "--data", f"{folder}/service", "--token-rate", "4000"],
-                                  os.environ)
-        service.wait_for("listening on")
-        base_url = service.line.split()[-1]
-        environment = {**os.environ, "QT_QUICK_BACKEND": "software",
-                       "XDG_DATA_HOME": f"{folder}/data", "XDG_CONFIG_HOME": f"{folder}/config",
-                       "VELTO_API_BASE_URL": base_url}
-        try:
-            fill(base_url)
-            measure(environment, service)
-        finally:
-            service.end()
+    with startup.local_service("--token-rate", "4000") as (service, environment):
+        fill(environment["VELTO_API_BASE_URL"])
+        measure(environment, service)
 
 
 if __name__ == "__main__":

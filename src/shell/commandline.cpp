@@ -58,7 +58,7 @@ QString usage()
         "\n"
         "  --service        start without a window, for the session bus\n"
         "  --trace-startup  print when the first frame was shown\n"
-        "  --trace-frames   print at the end how long frames took\n"
+        "  --trace-frames   print at the end how long frames and typed keys took\n"
         "  -v, --version    print the version\n"
         "  -h, --help       print this\n");
 }

@@ -16,6 +16,8 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
+#include <algorithm>
+
 namespace velto::test
 {
 
@@ -143,6 +145,14 @@ void ScreenHarness::answerConversation(const QString &id, int status, const QStr
     const QByteArray path = "/v1/conversations/" + id.toUtf8();
     m_session->server.on(path, answer(status, body.toUtf8()));
     m_session->server.on(path + "/messages", answer(status, body.toUtf8()));
+}
+
+int ScreenHarness::historyRequests() const
+{
+    return static_cast<int>(
+        std::ranges::count_if(m_session->server.requests(), [](const RecordedRequest &request) {
+            return request.target.startsWith("/v1/conversations?");
+        }));
 }
 
 QStringList ScreenHarness::conversationRequests() const

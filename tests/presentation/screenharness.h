@@ -45,6 +45,8 @@ public:
     Q_INVOKABLE void answerHistory(const QString &list);
     /// Whatever is asked of that conversation, and its messages, is answered so.
     Q_INVOKABLE void answerConversation(const QString &id, int status, const QString &body);
+    /// How often the history was asked for.
+    Q_INVOKABLE [[nodiscard]] int historyRequests() const;
     /// What was asked of single conversations: method, target and body in one text each.
     Q_INVOKABLE [[nodiscard]] QStringList conversationRequests() const;
     Q_INVOKABLE [[nodiscard]] int roleOf(int row) const;

@@ -26,6 +26,16 @@ TestCase {
         }
     }
 
+    Component {
+        id: otherWindow
+
+        Window {
+            height: 100
+            visible: true
+            width: 100
+        }
+    }
+
     // What an item says: a text that can be edited or selected says it as its text, others as their name.
     function words(item: var): string {
         return item.text || item.name;
@@ -89,6 +99,29 @@ TestCase {
         compare(told("You").role, Accessible.ListItem);
         verify(tree.some(item => item.role === Accessible.StaticText && item.text === "Message 0, in a few words."));
         verify(tree.some(item => item.role === Accessible.StaticText && item.name === "Message 1, in a few words."));
+    }
+    function test_aWindowThatBecomesActiveAsksForTheHistory(): void {
+        open(2);
+        tryVerify(() => harness.historyRequests() > 0);
+        const other = createTemporaryObject(otherWindow, root);
+        other.requestActivate();
+        tryCompare(other, "active", true);
+        waitForRendering(view);
+        const before = harness.historyRequests();
+        view.Window.window.requestActivate();
+        tryVerify(() => harness.historyRequests() === before + 1);
+        verify(view.Window.active);
+    }
+    function test_aNarrowWindowCutsNothing(): void {
+        root.width = 380;
+        open(2);
+        for (const name of ["Message input", "Attach file", "Messages"]) {
+            const item = harness.focusableItems(view).find(item => harness.accessible(item).name === name) ?? null;
+            verify(item !== null, name);
+            const left = item.mapToItem(view, 0, 0).x;
+            verify(left >= 0 && left + item.width <= 380, name);
+        }
+        root.width = 600;
     }
     function test_opensAtTheEnd(): void {
         open(50);

@@ -4,7 +4,7 @@
 """What a screen reader and a keyboard without a mouse find on each screen."""
 
 from support import desktop, session
-from support.accessibility import BUTTON, ENTRY, LABEL, LIST
+from support.accessibility import BUTTON, ENTRY, GLib, LABEL, LIST
 from support.case import (INPUT, LOADING, SIGN_IN, TRY_AGAIN, SystemTest, content_of, main)
 from support.waiting import wait_until
 
@@ -17,17 +17,26 @@ VAGUE = {"unknown", "invalid", "redundant object"}
 class Screens(SystemTest):
     def assert_reachable(self, velto):
         """Whatever takes the focus or can be pressed has a name and a role, and is on the screen."""
+        while True:
+            try:
+                found = self.controls(velto)
+                break
+            except GLib.Error:
+                continue  # an object went away while it was asked: look again
+        self.assertTrue(found, velto.tree.dump())
+        for role, name, area in found:
+            if not name.strip() or role in VAGUE or area <= 0:
+                self.fail(f"{role} {name!r}, {area} pixels, in:\n{velto.tree.dump()}")
+        return [(role, name) for role, name, _ in found]
+
+    @staticmethod
+    def controls(velto):
+        """(role, name, pixels) of what can be focused or pressed."""
         # A screen reader may put its focus on any static text too.
-        controls = velto.tree.find_all(
+        nodes = velto.tree.find_all(
             matching=lambda node: node.role not in ("frame", LABEL) and (
                 node.focusable or "press" in map(str.lower, node.actions)))
-        self.assertTrue(controls, velto.tree.dump())
-        for node in controls:
-            self.assertNotEqual(node.name.strip(), "", f"{node} in:\n{velto.tree.dump()}")
-            self.assertNotIn(node.role, VAGUE, f"{node} in:\n{velto.tree.dump()}")
-            _, _, width, height = node.box
-            self.assertGreater(width * height, 0, f"{node} has no place on the screen")
-        return [(node.role, node.name) for node in controls]
+        return [(node.role, node.name, node.box[2] * node.box[3]) for node in nodes]
 
     def tab_order(self, velto, key="Tab"):
         """(role, name) of what the key leads to, from the focus until it is back there."""

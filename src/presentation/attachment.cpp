@@ -74,7 +74,7 @@ public:
     [[nodiscard]] std::optional<QByteArray> read(qint64 limit) const
     {
         QByteArray bytes;
-        std::array<char, 64 * 1024> piece; // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::array<char, 65536> piece; // NOLINT(cppcoreguidelines-pro-type-member-init)
         while (bytes.size() < limit) {
             const auto wanted = std::min<qint64>(piece.size(), limit - bytes.size());
             const ssize_t got = ::read(m_number, piece.data(), static_cast<std::size_t>(wanted));

@@ -12,7 +12,7 @@ namespace velto::presentation
 {
 
 /// Bytes that a file may have to be put into a draft.
-inline constexpr qint64 attachmentLimit = 250 * 1024;
+inline constexpr qint64 attachmentLimit = 250LL * 1024;
 
 /// What is added to a draft, or why the file can't be attached, in words for the user.
 using Attachment = tl::expected<QString, QString>;

@@ -22,7 +22,7 @@ Item {
 
     /// A title and its commands each; null is a line between two groups.
     readonly property var menus: [
-        {title: qsTr("velto"), commands: [stop, null, quit]},
+        {title: qsTr("velto"), commands: [stop, null, signOut, null, quit]},
         {title: qsTr("File"), commands: [newChat, null, closeWindow]},
         {title: qsTr("Edit"), commands: [undo, redo, null, cut, copy, paste, selectAll, null, findChat]},
         {title: qsTr("View"), commands: [sidebar, focusInput, null, previous, next]},
@@ -37,6 +37,14 @@ Item {
         text: qsTr("Stop Generating")
 
         onActivated: root.appState.stopStreaming()
+    }
+    KeylessCommand {
+        id: signOut
+
+        enabled: root.appState.authStatus === AuthStatus.LoggedIn
+        text: qsTr("Sign out")
+
+        onActivated: root.appState.startSignOut()
     }
     Command {
         id: quit
@@ -65,7 +73,7 @@ Item {
 
         onActivated: root.Window.window.close()
     }
-    EditCommand {
+    KeylessCommand {
         id: undo
 
         enabled: root.isWritable && root.field.canUndo
@@ -74,7 +82,7 @@ Item {
 
         onActivated: root.field.undo()
     }
-    EditCommand {
+    KeylessCommand {
         id: redo
 
         enabled: root.isWritable && root.field.canRedo
@@ -83,7 +91,7 @@ Item {
 
         onActivated: root.field.redo()
     }
-    EditCommand {
+    KeylessCommand {
         id: cut
 
         enabled: root.isWritable && root.field.selectedText !== ""
@@ -92,7 +100,7 @@ Item {
 
         onActivated: root.field.cut()
     }
-    EditCommand {
+    KeylessCommand {
         id: copy
 
         enabled: root.isText && root.field.selectedText !== ""
@@ -101,7 +109,7 @@ Item {
 
         onActivated: root.field.copy()
     }
-    EditCommand {
+    KeylessCommand {
         id: paste
 
         // Not whether there is something to paste: asking loads every image format there is and
@@ -112,7 +120,7 @@ Item {
 
         onActivated: root.field.paste()
     }
-    EditCommand {
+    KeylessCommand {
         id: selectAll
 
         enabled: root.isText

@@ -58,7 +58,7 @@ TestCase {
 
     function test_everyCommandHasItsPlaceAndItsKey_data(): var {
         return [
-            {tag: "velto", rows: [["Stop Generating", "Ctrl+."], null, ["Quit velto", "Ctrl+Q"]]},
+            {tag: "velto", rows: [["Stop Generating", "Ctrl+."], null, ["Sign out", ""], null, ["Quit velto", "Ctrl+Q"]]},
             {tag: "File", rows: [["New Chat", "Ctrl+N"], null, ["Close Window", "Ctrl+W"]]},
             {tag: "View", rows: [["Hide Sidebar", "Ctrl+\\"], ["Focus Input", "Ctrl+L"], null, ["Previous Conversation", "Ctrl+["], ["Next Conversation", "Ctrl+]"]]},
             {tag: "Window", rows: [["Search…", "Ctrl+K"], ["Toggle Spotlight Composer", "Ctrl+Shift+Space"], null, ["Chat", "Ctrl+1"], ["Profile", "Ctrl+2"]]}
@@ -99,6 +99,16 @@ TestCase {
         verify(entry("velto", "Stop Generating").enabled);
         keyClick(Qt.Key_Period, Qt.ControlModifier);
         tryCompare(appState, "isStreaming", false);
+    }
+    function test_signOutLeadsToTheSignInScreen(): void {
+        signIn();
+        appState.inputDraft = "a thought";
+        verify(entry("velto", "Sign out").enabled);
+        entry("velto", "Sign out").activate();
+        tryVerify(() => appState.authStatus === AuthStatus.LoggedOut);
+        tryVerify(() => control("Continue with Google") !== null);
+        compare(appState.messages.count, 0);
+        compare(appState.inputDraft, "a thought");
     }
     function test_focusInput(): void {
         signIn();

@@ -107,5 +107,24 @@ class Restart(SystemTest):
         self.assertEqual(velto.messages(), kept)
 
 
+class SigningOut(SystemTest):
+    def test_leaves_nothing_and_asks_to_sign_in(self):
+        service, velto = self.start_signed_in()
+        velto.send("remember the lighthouse")
+        velto.wait_for_reply("lighthouse")
+        velto.wait_for_answer()
+        wait_until(session.cache_file(self.data_home).exists, "the conversation to be cached")
+        velto.focus_input()
+        desktop.press_key("F10")
+        velto.wait_for("menu item", "Sign out", lambda node: node.focused)
+        desktop.press_key("Return")
+        velto.button(SIGN_IN)
+        self.assertIsNone(desktop.stored_token())
+        self.assertFalse(session.cache_file(self.data_home).exists())
+        self.assertFalse(velto.shows("lighthouse"))
+        self.assertEqual(velto.end(), 0)
+        self.start_velto(service.base_url).button(SIGN_IN)
+
+
 if __name__ == "__main__":
     main()

@@ -13,12 +13,14 @@ from pathlib import Path
 
 SOURCE_FOLDER = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(SOURCE_FOLDER / "tests/system"))
-from support import desktop, session  # noqa: E402
+from support import bus, desktop, session  # noqa: E402
 from support.accessibility import BUTTON, ENTRY, LABEL, LIST_ITEM  # noqa: E402
 from support.case import SIGN_IN, TRY_AGAIN, Velto, environment_of, make_home  # noqa: E402
-from support.processes import Program, Service  # noqa: E402
+from support.processes import Service  # noqa: E402
+from support.settingsportal import SettingsPortal  # noqa: E402
 
 FOLDER = SOURCE_FOLDER / "build/screenshots"
+SCHEMES = {"dark": 1, "light": 2}  # as the portal numbers them
 MOTION = 0.6  # seconds in which whatever moves has come to rest
 
 
@@ -51,11 +53,7 @@ class Studio:
         self.velto = None
         make_home(folder)
         self.environment = environment_of(folder, QT_SCALE_FACTOR=look.scale)
-        portal = Program("portal", ["/usr/bin/python3", SOURCE_FOLDER /
-                                    "tests/system/support/settingsportal.py", look.scheme],
-                         self.environment)
-        self.programs.append(portal)
-        portal.wait_for_line("ready")
+        self.portal = SettingsPortal(**{"color-scheme": bus.GLib.Variant("u", SCHEMES[look.scheme])})
         self.service = Service(folder / "service", self.environment, token_rate=2000)
         self.programs.append(self.service)
 
@@ -103,6 +101,7 @@ class Studio:
     def end(self):
         for program in reversed(self.programs):
             program.dispose()
+        self.portal.leave()
 
 
 def sign_in_screens(studio):

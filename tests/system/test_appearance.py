@@ -7,29 +7,15 @@ import re
 
 from support import bus, desktop
 from support.case import SystemTest, main
+from support.settingsportal import SettingsPortal
 from support.waiting import wait_until
 
-APPEARANCE = "org.freedesktop.appearance"
 GLib = bus.GLib
-
-
-class Portal(bus.Provider):
-    XML = """<node><interface name="org.freedesktop.portal.Settings">
-      <method name="ReadAll"><arg type="as"/><arg type="a{sa{sv}}" direction="out"/></method>
-      <signal name="SettingChanged"><arg type="s"/><arg type="s"/><arg type="v"/></signal>
-    </interface></node>"""
-
-    def __init__(self, **settings):
-        super().__init__("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
-                         self.XML, {"ReadAll": lambda groups: ({APPEARANCE: settings},)})
-
-    def change(self, key, value):
-        self.emit("SettingChanged", GLib.Variant("(ssv)", (APPEARANCE, key, value)))
 
 
 class Appearance(SystemTest):
     def start(self, **settings):
-        portal = Portal(**settings)
+        portal = SettingsPortal(**settings)
         self.addCleanup(portal.leave)
         service, velto = self.start_signed_in()
         return portal, velto

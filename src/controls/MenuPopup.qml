@@ -50,7 +50,8 @@ T.Menu {
 
     onOpened: {
         const canBeChosen = entry => entry.separator !== true && entry.enabled !== false;
-        const first = Math.max(entries.findIndex(entry => entry.checked === true), entries.findIndex(canBeChosen));
+        const held = entries.findIndex(entry => entry.checked === true && canBeChosen(entry));
+        const first = held >= 0 ? held : entries.findIndex(canBeChosen);
         if (first < 0)
             return;
         currentIndex = first;

@@ -45,7 +45,7 @@ TestCase {
     ActionMenu {
         id: late
 
-        entries: [{text: "Not now", enabled: false}, {text: "Now", activate: () => root.chosen += "now"}]
+        entries: [{text: "Not now", checked: true, enabled: false}, {text: "Now", activate: () => root.chosen += "now"}]
         label: "Late"
     }
     SignalSpy {

@@ -7,6 +7,7 @@ import signal
 
 from support import bus, desktop, session
 from support.accessibility import BUTTON
+from support.browser import NotingBrowser
 from support.case import SIGN_IN, SystemTest, Velto, main
 from support.processes import VELTO, Program
 from support.waiting import wait_until
@@ -198,9 +199,12 @@ class Links(InstanceTest):
 
     def test_a_text_waits_for_the_sign_in(self):
         self.service = self.start_service()
+        browser = NotingBrowser(self.data_home, self.folder)
         velto = self.start_velto(self.service.base_url, ["ltd.orbax.velto://new?text=later"])
-        velto.button(SIGN_IN)
-        self.assertEqual(velto.end(), 0)
+        velto.button(SIGN_IN).act()
+        session.request("GET", session.decide(browser.wait_for_url()))
+        velto.wait_for_chat()
+        self.wait_for_draft(velto, "later")
 
     def test_links_to_the_running_program_act_at_once(self):
         velto, first = self.start_with_conversation("remember the lighthouse")

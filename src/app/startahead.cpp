@@ -14,6 +14,7 @@
 #include <QThreadPool>
 
 #include <fontconfig/fontconfig.h>
+#include <mutex>
 
 namespace velto::app
 {
@@ -29,17 +30,26 @@ QFont plainFont(qreal pixelSize)
     return font;
 }
 
+// Threads that want it at the same time would each read all of it.
+void readFontConfiguration()
+{
+    static std::once_flag once;
+    std::call_once(once, FcInit);
+}
+
 } // namespace
 
 void readFontConfigurationAhead()
 {
-    QThreadPool::globalInstance()->start([] { FcInit(); });
+    QThreadPool::globalInstance()->start(&readFontConfiguration);
 }
 
 void readFontsAhead()
 {
-    QThreadPool::globalInstance()->start(
-        [font = QGuiApplication::font()] { (void)QFontInfo(font).exactMatch(); });
+    QThreadPool::globalInstance()->start([font = QGuiApplication::font()] {
+        readFontConfiguration();
+        (void)QFontInfo(font).exactMatch();
+    });
 }
 
 FileReadAhead::FileReadAhead(QQmlEngine &engine, const QUrl &file)

@@ -4,11 +4,14 @@
 #include "mainwindow.h"
 
 #include "chat/appstate.h"
+#include "controls/tokens.h"
 #include "platform/windowactivation.h"
+#include "shell/windowplacement.h"
 #include "startahead.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QTimer>
 
 #include <chrono>
@@ -16,9 +19,16 @@
 namespace velto::app
 {
 
+namespace
+{
+constexpr QSize usualSize(1000, 760);
+constexpr QSize minimumSize(480, 480);
+constexpr QSize minimumWithSignIn(480, 600);
+} // namespace
+
 QUrl MainWindow::file()
 {
-    return QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/Main.qml"));
+    return QUrl(QStringLiteral("qrc:/qt/qml/Velto/Shell/MacRoot.qml"));
 }
 
 MainWindow::MainWindow(QQmlEngine &engine, chat::AppState &state)
@@ -26,31 +36,65 @@ MainWindow::MainWindow(QQmlEngine &engine, chat::AppState &state)
     , m_state(state)
 {}
 
+MainWindow::~MainWindow() = default;
+
 bool MainWindow::load()
 {
-    // Ahead of the window, so that the cached conversation is in its first frame.
+    // Ahead of the content, so that the cached conversation is in the first frame.
     m_state.startBootstrap();
+    open();
     lookUpFonts();
-    m_window = make();
-    if (m_window == nullptr)
+    if (!fill()) {
+        m_placement.reset();
+        m_window.reset();
         return false;
+    }
     awaitFirstFrame();
     emit loaded(m_window.get());
     return true;
 }
 
-std::unique_ptr<QQuickWindow> MainWindow::make()
+// The desktop needs a while to show a window. It does that while the content is read in: the first
+// frame is drawn when both are there.
+void MainWindow::open()
+{
+    m_window = std::make_unique<QQuickWindow>();
+    m_window->setTitle(tr("velto"));
+    m_window->resize(usualSize);
+    m_placement = std::make_unique<shell::WindowPlacement>(*m_window);
+    follow();
+    m_placement->restore();
+}
+
+void MainWindow::follow()
+{
+    const auto colour = [window = m_window.get()] {
+        window->setColor(controls::Tokens::instance().background());
+    };
+    const auto minimum = [this] {
+        const bool signsIn = m_state.authStatusKind() == chat::AuthStatus::Kind::LoggedOut;
+        m_window->setMinimumSize(signsIn ? minimumWithSignIn : minimumSize);
+    };
+    connect(&controls::Tokens::instance(), &controls::Tokens::coloursChanged, m_window.get(),
+            colour);
+    connect(&m_state, &chat::AppState::authStatusChanged, m_window.get(), minimum);
+    colour();
+    minimum();
+}
+
+bool MainWindow::fill()
 {
     QQmlComponent component(&m_engine, file());
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(
-        {{QStringLiteral("appState"), QVariant::fromValue(&m_state)}}));
-    auto *window = qobject_cast<QQuickWindow *>(made.get());
-    if (window == nullptr) {
+    QObject *content = component.createWithInitialProperties(
+        {{QStringLiteral("appState"), QVariant::fromValue(&m_state)},
+         {QStringLiteral("focus"), true},
+         {QStringLiteral("parent"), QVariant::fromValue(m_window->contentItem())}});
+    if (content == nullptr) {
         qCritical("%s", qUtf8Printable(component.errorString()));
-        return nullptr;
+        return false;
     }
-    (void)made.release();
-    return std::unique_ptr<QQuickWindow>(window);
+    content->setParent(m_window.get());
+    return true;
 }
 
 void MainWindow::present(const QByteArray &token)

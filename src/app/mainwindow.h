@@ -10,10 +10,16 @@
 #include <memory>
 
 class QQmlEngine;
+class QQuickItem;
 
 namespace velto::chat
 {
 class AppState;
+}
+
+namespace velto::shell
+{
+class WindowPlacement;
 }
 
 namespace velto::app
@@ -26,10 +32,11 @@ class MainWindow final : public QObject
     Q_OBJECT
 
 public:
-    /// What the window is read from.
+    /// What its content is read from.
     [[nodiscard]] static QUrl file();
 
     MainWindow(QQmlEngine &engine, chat::AppState &state);
+    ~MainWindow() override;
 
     /// Starts the session and shows the window. False when it could not be read in.
     bool load();
@@ -42,13 +49,16 @@ signals:
     void appeared();
 
 private:
-    [[nodiscard]] std::unique_ptr<QQuickWindow> make();
+    void open();
+    void follow();
+    [[nodiscard]] bool fill();
     void awaitFirstFrame();
     void noteAppeared();
 
     QQmlEngine &m_engine;
     chat::AppState &m_state;
     std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<shell::WindowPlacement> m_placement;
     bool m_appeared = false;
 };
 

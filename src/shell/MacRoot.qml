@@ -19,6 +19,12 @@ FocusScope {
     property var searchPalette: null
     property var spotlight: null
 
+    function loadMenus(): void {
+        menus.setSource("WindowMenus.qml", {root});
+    }
+
+    anchors.fill: parent
+
     // Commands and menus are read in once a frame has shown what is behind them.
     Loader {
         id: menus
@@ -29,7 +35,7 @@ FocusScope {
     }
     Connections {
         function onFrameSwapped(): void {
-            menus.setSource("WindowMenus.qml", {root});
+            Qt.callLater(root.loadMenus); // no part of that frame
         }
 
         enabled: menus.status === Loader.Null

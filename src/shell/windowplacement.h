@@ -4,10 +4,8 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
 #include <QSize>
 #include <QWindow>
-#include <QtQml/qqmlregistration.h>
 
 namespace velto::shell
 {
@@ -17,27 +15,19 @@ namespace velto::shell
 class WindowPlacement : public QObject
 {
     Q_OBJECT
-    QML_ELEMENT
-    Q_PROPERTY(QWindow *window READ window WRITE setWindow NOTIFY windowChanged REQUIRED FINAL)
 
 public:
-    explicit WindowPlacement(QObject *parent = nullptr);
+    explicit WindowPlacement(QWindow &window);
     ~WindowPlacement() override;
 
-    [[nodiscard]] QWindow *window() const { return m_window; }
-    void setWindow(QWindow *window);
-
     /// Gives the window its remembered size, within its minimum and the screen, and shows it.
-    Q_INVOKABLE void restore();
+    void restore();
     void save() const;
-
-signals:
-    void windowChanged();
 
 private:
     void noteSize();
 
-    QPointer<QWindow> m_window;
+    QWindow &m_window;
     QSize m_normalSize;
     bool m_maximized = false;
 };

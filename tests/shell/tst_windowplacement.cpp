@@ -25,12 +25,11 @@ protected:
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
         window.setMinimumSize({480, 600});
         window.resize(700, 650);
-        placement.setWindow(&window);
     }
 
     QTemporaryDir folder;
     QWindow window;
-    WindowPlacement placement;
+    WindowPlacement placement{window};
 };
 
 } // namespace
@@ -51,8 +50,7 @@ TEST_F(WindowPlacementTest, bringsTheSizeBack)
 
     QWindow next;
     next.setMinimumSize({480, 600});
-    WindowPlacement again;
-    again.setWindow(&next);
+    WindowPlacement again(next);
     again.restore();
     EXPECT_EQ(next.size(), QSize(640, 620));
     EXPECT_FALSE(next.windowStates().testFlag(Qt::WindowMaximized));
@@ -79,8 +77,7 @@ TEST_F(WindowPlacementTest, bringsAMaximisedWindowBackMaximisedAndKeepsItsSize)
     EXPECT_EQ(QSettings().value(QStringLiteral("window/size")).toSize(), QSize(640, 620));
 
     QWindow next;
-    WindowPlacement again;
-    again.setWindow(&next);
+    WindowPlacement again(next);
     again.restore();
     EXPECT_TRUE(next.windowStates().testFlag(Qt::WindowMaximized));
 }

@@ -41,7 +41,8 @@ void CloseNotice::noteRead()
 {
     QSettings().setValue(toldKey, true);
     m_telling = false;
-    m_window.close();
+    // Not from within the event that was refused, when the desktop has told at once.
+    QMetaObject::invokeMethod(&m_window, &QWindow::close, Qt::QueuedConnection);
 }
 
 bool CloseNotice::eventFilter(QObject *watched, QEvent *event)

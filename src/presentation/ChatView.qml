@@ -30,6 +30,9 @@ FocusScope {
         // The list that would have seen this is gone by now.
         onIsEmptyStateChanged: root.stickToBottom = true
     }
+    StreamingHaptics {
+        isStreaming: root.appState.isStreaming
+    }
     Attachments {
         id: attachments
 

@@ -15,6 +15,7 @@ from pathlib import Path
 ARROWS = {
     "base": [],
     "platform": ["base"],
+    "keyring": ["platform"],
     "service": ["platform"],
     "auth": ["service"],
     "agent": ["service"],
@@ -39,13 +40,13 @@ ARROWS = {
 TARGETS = {"highlighter": "presentation/code", "media": "presentation/media",
            "video": "presentation/video"}
 # These link without Qt Quick, so that they can be tested and measured without a window.
-WINDOWLESS = ["base", "platform", "service", "auth", "agent", "workspace", "chat",
+WINDOWLESS = ["base", "platform", "keyring", "service", "auth", "agent", "workspace", "chat",
               "markdown/model", "markdown/images", "presentation/code", "presentation/media",
               "local"]
 # Libraries that stay behind the interface of these rooms.
 OWNED_HEADERS = {
     r"curl/": ["service"],
-    r"libsecret/": ["platform"],
+    r"(libsecret|gio)/": ["keyring"],
     r"cmark-gfm": ["markdown/model"],
     r"mpv/": ["presentation/video"],
     # QML asks for one; what it gets refuses every request.

@@ -5,6 +5,7 @@
 
 import configparser
 import os
+import re
 import subprocess
 import tempfile
 import unittest
@@ -48,7 +49,8 @@ class Installation(unittest.TestCase):
         return self.root / "share" / path
 
     def test_is_complete_and_holds_nothing_else(self):
-        expected = {"bin/velto", "bin/velto-local", f"share/applications/{NAME}.desktop",
+        expected = {"bin/velto", "bin/velto-local", "libexec/velto/velto-keyring",
+                    f"share/applications/{NAME}.desktop",
                     f"share/dbus-1/services/{NAME}.service", f"share/metainfo/{NAME}.metainfo.xml",
                     f"share/icons/hicolor/scalable/apps/{NAME}.svg",
                     f"share/icons/hicolor/symbolic/apps/{NAME}-symbolic.svg",
@@ -61,6 +63,20 @@ class Installation(unittest.TestCase):
     def test_programs_run_from_there(self):
         self.assertEqual(run(self.root / "bin/velto", "--version"),
                          (0, f"velto {os.environ['VELTO_VERSION']}\n"))
+
+    def test_only_the_helper_needs_the_libraries_of_the_keyring(self):
+        keyring = {"libsecret", "libgio", "libgobject"}
+        self.assertEqual(self.libraries("bin/velto") & keyring, set())
+        helper = self.libraries("libexec/velto/velto-keyring")
+        self.assertLessEqual(keyring, helper)
+        self.assertEqual({name for name in helper if name.startswith("libQt")}, {"libQt6Core"})
+
+    def libraries(self, program):
+        """What the program names as needed, without versions."""
+        status, output = run("readelf", "--dynamic", self.root / program)
+        self.assertEqual(status, 0, output)
+        return {re.split(r"-2\.0|-1\b|\.so", name)[0]
+                for name in re.findall(r"\(NEEDED\).*\[(.+)\]", output)}
 
     def test_desktop_entry_is_valid_and_takes_the_links(self):
         file = self.share(f"applications/{NAME}.desktop")

@@ -1,22 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/secretstore.h"
+#include "keyringdaemon.h"
+#include "platform/linux/helpersecretstore.h"
 #include "support/coroutinetest.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QDBusReply>
-#include <QProcess>
 #include <QThread>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <csignal>
 
 namespace velto::platform
 {
@@ -27,33 +24,14 @@ using base::KeychainError;
 
 const QString service = QStringLiteral("ltd.orbax.velto");
 const QString account = QStringLiteral("refresh_token");
-const QString secretsName = QStringLiteral("org.freedesktop.secrets");
-const QString secretsPath = QStringLiteral("/org/freedesktop/secrets");
-const QString prompterName = QStringLiteral("org.gnome.keyring.SystemPrompter");
 
 using Items = QList<QDBusObjectPath>;
-
-QDBusMessage askKeyring(const QString &member, const QVariantList &arguments)
-{
-    auto message = QDBusMessage::createMethodCall(
-        secretsName, secretsPath, QStringLiteral("org.freedesktop.Secret.Service"), member);
-    message.setArguments(arguments);
-    return QDBusConnection::sessionBus().call(message);
-}
-
-QDBusObjectPath defaultCollection()
-{
-    return askKeyring(QStringLiteral("ReadAlias"), {QStringLiteral("default")})
-        .arguments()
-        .first()
-        .value<QDBusObjectPath>();
-}
 
 /// The entries with exactly velto's attributes, as another client of the keyring sees them.
 Items entries()
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        secretsName, defaultCollection().path(),
+        test::secretsName, test::defaultCollection().path(),
         QStringLiteral("org.freedesktop.Secret.Collection"), QStringLiteral("SearchItems"));
     const QMap<QString, QString> attributes{{QStringLiteral("service"), service},
                                             {QStringLiteral("account"), account}};
@@ -64,7 +42,7 @@ Items entries()
 QVariant property(const QDBusObjectPath &item, const QString &name)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        secretsName, item.path(), QStringLiteral("org.freedesktop.DBus.Properties"),
+        test::secretsName, item.path(), QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
     message.setArguments({QStringLiteral("org.freedesktop.Secret.Item"), name});
     return QDBusConnection::sessionBus()
@@ -75,62 +53,11 @@ QVariant property(const QDBusObjectPath &item, const QString &name)
         .variant();
 }
 
-void lockKeyring()
+/// What `makeSystemSecretStore` gives to a program that has the helper beside it.
+std::unique_ptr<SecretStore> systemStore()
 {
-    askKeyring(QStringLiteral("Lock"), {QVariant::fromValue(Items{defaultCollection()})});
+    return std::make_unique<HelperSecretStore>(QStringLiteral(VELTO_KEYRING_HELPER));
 }
-
-void stopKeyring()
-{
-    auto *bus = QDBusConnection::sessionBus().interface();
-    const QDBusReply<uint> pid = bus->servicePid(secretsName);
-    if (!pid.isValid())
-        return;
-    ASSERT_EQ(::kill(static_cast<pid_t>(pid.value()), SIGTERM), 0);
-    ASSERT_TRUE(test::waitUntil([&] { return !bus->isServiceRegistered(secretsName).value(); }));
-}
-
-/// A new daemon over the same files, unlocked; a running one can't be unlocked from outside.
-void restartKeyring()
-{
-    stopKeyring();
-    QProcess daemon;
-    daemon.setStandardOutputFile(QProcess::nullDevice());
-    daemon.start(QStringLiteral("gnome-keyring-daemon"),
-                 {QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-    daemon.write("velto");
-    daemon.closeWriteChannel();
-    ASSERT_TRUE(daemon.waitForFinished(10000));
-    auto *bus = QDBusConnection::sessionBus().interface();
-    ASSERT_TRUE(test::waitUntil([&] { return bus->isServiceRegistered(secretsName).value(); }));
-}
-
-/// The desktop's prompt on whose screen nobody answers.
-class SilentPrompter final : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.gnome.keyring.internal.Prompter")
-
-public:
-    SilentPrompter()
-    {
-        auto bus = QDBusConnection::sessionBus();
-        bus.registerObject(QStringLiteral("/org/gnome/keyring/Prompter"), this,
-                           QDBusConnection::ExportAllSlots);
-        bus.registerService(prompterName);
-    }
-    ~SilentPrompter() override
-    {
-        auto bus = QDBusConnection::sessionBus();
-        bus.unregisterService(prompterName);
-        bus.unregisterObject(QStringLiteral("/org/gnome/keyring/Prompter"));
-    }
-
-    bool wasAsked = false;
-
-public slots:
-    void BeginPrompting(const QDBusObjectPath &) { wasAsked = true; }
-};
 
 /// Runs a blocking call in a thread of its own while the test's event loop plays the desktop.
 template<typename Call>
@@ -158,8 +85,7 @@ protected:
         // Never against the keyring of whoever runs this.
         ASSERT_EQ(qgetenv("VELTO_TEST_KEYRING"), "unlocked") << "run through ctest";
         qDBusRegisterMetaType<QMap<QString, QString>>();
-        qDBusRegisterMetaType<Items>();
-        restartKeyring();
+        test::restartKeyring();
         ASSERT_TRUE(store->remove(service, account));
     }
 
@@ -169,7 +95,7 @@ protected:
         return loaded && *loaded ? **loaded : QStringLiteral("<nothing>");
     }
 
-    std::unique_ptr<SecretStore> store = makeSystemSecretStore();
+    std::unique_ptr<SecretStore> store = systemStore();
 };
 
 TEST_F(SecretStoreTest, loadsWhatWasSaved)
@@ -177,6 +103,33 @@ TEST_F(SecretStoreTest, loadsWhatWasSaved)
     const QString token = QStringLiteral("rt-Zürich-東京-🔑");
     ASSERT_TRUE(store->save(service, account, token));
     EXPECT_EQ(saved(), token);
+}
+
+TEST_F(SecretStoreTest, keepsTextOfEveryKind)
+{
+    const QStringList texts{
+        QString(),
+        QStringLiteral("a") + QChar(0) + QStringLiteral("b"),
+        QChar(0xfeff) + QStringLiteral("after a byte order mark"),
+        QStringLiteral("two\nlines\r\n"),
+        QStringLiteral("👩‍👩‍👧‍👦 \u202eright to left"),
+        QString(200000, u'京'),
+    };
+    for (const QString &text : texts) {
+        ASSERT_TRUE(store->save(service, account, text)) << text.size();
+        const auto loaded = store->load(service, account);
+        ASSERT_TRUE(loaded && *loaded) << text.size();
+        EXPECT_TRUE(**loaded == text) << text.size();
+    }
+}
+
+TEST_F(SecretStoreTest, refusesMegabytesAndKeepsWhatThereWas)
+{
+    ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
+    const auto refused = store->save(service, account, QString(3 << 20, u'x'));
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error(), base::Failure(KeychainError{KeychainError::Unknown}));
+    EXPECT_EQ(saved(), u"token");
 }
 
 TEST_F(SecretStoreTest, savedEntryBearsItsAttributesAndLabel)
@@ -251,7 +204,7 @@ TEST_F(SecretStoreTest, removingAMissingEntryDoesNothing)
 TEST_F(SecretStoreTest, lockedKeyringThatNobodyCanUnlockFailsEveryCall)
 {
     ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
-    lockKeyring();
+    test::lockKeyring();
     const base::Failure locked(KeychainError{KeychainError::Locked});
 
     const auto update =
@@ -265,13 +218,13 @@ TEST_F(SecretStoreTest, lockedKeyringThatNobodyCanUnlockFailsEveryCall)
     ASSERT_FALSE(removed);
     EXPECT_EQ(removed.error(), locked);
 
-    restartKeyring();
+    test::restartKeyring();
     EXPECT_EQ(saved(), u"token");
 }
 
 TEST_F(SecretStoreTest, newEntryInALockedKeyringFails)
 {
-    lockKeyring();
+    test::lockKeyring();
     const auto created =
         inThread([&] { return store->save(service, account, QStringLiteral("x")); });
     ASSERT_FALSE(created);
@@ -287,8 +240,8 @@ protected:
     {
         SecretStoreTest::SetUp();
         ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
-        lockKeyring();
-        prompter = std::make_unique<SilentPrompter>();
+        test::lockKeyring();
+        prompter = std::make_unique<test::SilentPrompter>();
         thread.reset(QThread::create([this] {
             loaded = store->load(service, account);
             done = true;
@@ -304,7 +257,7 @@ protected:
         thread->wait();
     }
 
-    std::unique_ptr<SilentPrompter> prompter;
+    std::unique_ptr<test::SilentPrompter> prompter;
     std::unique_ptr<QThread> thread;
     std::optional<base::Result<std::optional<QString>>> loaded;
     std::atomic<bool> done = false;
@@ -319,7 +272,7 @@ TEST_F(UnansweredPrompt, endsWhenTheStoreIsAbandoned)
 
 TEST_F(UnansweredPrompt, endsWhenTheServiceGoes)
 {
-    stopKeyring();
+    test::stopKeyring();
     ASSERT_TRUE(test::waitUntil([&] { return done.load(); }));
     EXPECT_EQ(loaded->error(), base::Failure(KeychainError{KeychainError::Locked}));
 }
@@ -338,18 +291,18 @@ TEST_F(SecretStoreTest, abandonedStoreFailsEveryCall)
     EXPECT_FALSE(store->load(service, account));
     EXPECT_FALSE(store->save(service, account, QStringLiteral("late")));
     EXPECT_FALSE(store->remove(service, account));
-    store = makeSystemSecretStore();
+    store = systemStore();
     EXPECT_EQ(saved(), u"token");
 }
 
 TEST_F(SecretStoreTest, findsAKeyringThatWasRestarted)
 {
     ASSERT_TRUE(store->save(service, account, QStringLiteral("token")));
-    stopKeyring();
+    test::stopKeyring();
     const auto absent = store->load(service, account);
     ASSERT_FALSE(absent);
     EXPECT_EQ(absent.error(), base::Failure(KeychainError{KeychainError::NoService}));
-    restartKeyring();
+    test::restartKeyring();
     EXPECT_EQ(saved(), u"token");
 }
 
@@ -374,5 +327,3 @@ TEST_F(SecretStoreTest, manyThreadsAtOnce)
 
 } // namespace
 } // namespace velto::platform
-
-#include "tst_secretstore.moc"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/secretstore.h"
+#include "platform/linux/helpersecretstore.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,8 @@ protected:
         ASSERT_TRUE(keyring == "no-service" || keyring == "no-bus") << "run through ctest";
     }
 
-    std::unique_ptr<SecretStore> store = makeSystemSecretStore();
+    std::unique_ptr<SecretStore> store =
+        std::make_unique<HelperSecretStore>(QStringLiteral(VELTO_KEYRING_HELPER));
 };
 
 TEST_F(SecretStoreAbsent, savingSaysThatNobodyAnswers)

@@ -5,6 +5,7 @@
 
 import base64
 import os
+import re
 from pathlib import Path
 from urllib.parse import quote
 
@@ -73,6 +74,32 @@ class Expiry(SystemTest):
         velto.wait_for_line("[AuthClient] refresh: server rejected token — body: ")
         self.assertIsNone(desktop.stored_token())
         self.assertTrue(cache.exists(), "an expired session keeps its conversation")
+
+
+class Keyring(SystemTest):
+    def test_it_is_asked_by_a_helper_that_leaves_nothing_behind(self):
+        _, velto = self.start_signed_in()
+        # The token that it was given is used up: it has read one and written another.
+        velto.wait_for_line(f"{ROTATED}{desktop.stored_token()[-8:]}")
+        loaded = set(re.findall(r"/(lib[\w+]+)[-.\d]*\.so",
+                                Path(f"/proc/{velto.pid}/maps").read_text()))
+        self.assertIn("libQt6Core", loaded)
+        self.assertEqual(loaded & {"libsecret", "libgio", "libgobject"}, set())
+        wait_until(lambda: "velto-keyring" not in names_of_children(velto.pid),
+                   "the helper to end")
+
+
+def names_of_children(pid):
+    """Those that nobody has waited for included."""
+    found = []
+    for folder in Path("/proc").glob("[0-9]*"):
+        try:
+            name, rest = (folder / "stat").read_text().split("(", 1)[1].rsplit(")", 1)
+        except (FileNotFoundError, ProcessLookupError):
+            continue
+        if int(rest.split()[1]) == pid:
+            found.append(name)
+    return found
 
 
 class Hygiene(SystemTest):

@@ -6,7 +6,7 @@
 struct _GCancellable;
 struct _GDBusConnection;
 
-namespace velto::platform
+namespace velto::keyring
 {
 
 /// Has the Secret Service unlock the entry or collection at `path`, which may ask the user and then
@@ -17,4 +17,4 @@ namespace velto::platform
 /// while the prompt is open.
 [[nodiscard]] bool unlockSecret(_GDBusConnection *bus, const char *path, _GCancellable *cancelled);
 
-} // namespace velto::platform
+} // namespace velto::keyring

@@ -7,7 +7,7 @@
 
 struct _GCancellable;
 
-namespace velto::platform
+namespace velto::keyring
 {
 
 /// The Secret Service, through libsecret.
@@ -15,7 +15,7 @@ namespace velto::platform
 /// Entries go to the default collection. Where that or the entry is locked, all three calls have
 /// the desktop ask its user, and fail with `Locked` when the user declines or nobody can be asked.
 /// Each call speaks to the service afresh, so a keyring that was restarted is found again.
-class LibsecretStore final : public SecretStore
+class LibsecretStore final : public platform::SecretStore
 {
 public:
     LibsecretStore();
@@ -34,4 +34,4 @@ private:
     _GCancellable *m_abandoned;
 };
 
-} // namespace velto::platform
+} // namespace velto::keyring

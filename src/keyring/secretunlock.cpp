@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/linux/secretunlock.h"
+#include "keyring/secretunlock.h"
 
 #include <QByteArray>
 #include <QtGlobal>
 
 #include <gio/gio.h>
 
-namespace velto::platform
+namespace velto::keyring
 {
 namespace
 {
@@ -118,10 +118,13 @@ void Prompt::wait()
     while (!m_outcome.isOver && !g_cancellable_is_cancelled(m_cancelled))
         g_main_context_iteration(m_context, TRUE);
     g_cancellable_disconnect(m_cancelled, cancelling);
-    if (g_cancellable_is_cancelled(m_cancelled))
+    if (g_cancellable_is_cancelled(m_cancelled)) {
         g_dbus_connection_call(m_bus, serviceName, m_path.constData(), promptInterface, "Dismiss",
                                nullptr, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, defaultTimeout,
                                nullptr, nullptr, nullptr);
+        // The program may end before the connection's own thread would have sent it.
+        g_dbus_connection_flush_sync(m_bus, nullptr, nullptr);
+    }
 }
 
 bool Prompt::open() const
@@ -142,4 +145,4 @@ bool unlockSecret(GDBusConnection *bus, const char *path, GCancellable *cancelle
     return prompt.isEmpty() || Prompt(bus, prompt, cancelled).run();
 }
 
-} // namespace velto::platform
+} // namespace velto::keyring

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The velto authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/linux/libsecretstore.h"
+#include "keyring/libsecretstore.h"
 
 #include "base/text.h"
-#include "platform/linux/secretunlock.h"
+#include "keyring/secretunlock.h"
 
 #include <libsecret/secret.h>
 
-namespace velto::platform
+namespace velto::keyring
 {
 namespace
 {
@@ -262,9 +262,4 @@ Result<void> LibsecretStore::remove(const QString &service, const QString &accou
     return removeAll(found->get(), abandoned.get());
 }
 
-std::unique_ptr<SecretStore> makeSystemSecretStore()
-{
-    return std::make_unique<LibsecretStore>();
-}
-
-} // namespace velto::platform
+} // namespace velto::keyring

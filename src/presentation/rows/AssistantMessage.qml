@@ -67,22 +67,23 @@ Item {
         Component.onCompleted: setSource("AnswerActions.qml", {answer: root})
     }
     // The newest line of an answer that is being written fades into what is behind it.
-    Rectangle {
+    Loader {
+        active: root.fades
         height: parts.height - y
-        visible: root.fades
+        sourceComponent: Rectangle {
+            gradient: Gradient {
+                GradientStop {
+                    color: Tokens.faded(Tokens.background, 0)
+                    position: 0
+                }
+                GradientStop {
+                    color: Tokens.faded(Tokens.background, 0.75)
+                    position: 1
+                }
+            }
+        }
         width: parts.width
         x: parts.x
         y: parts.height * 0.86
-
-        gradient: Gradient {
-            GradientStop {
-                color: Tokens.faded(Tokens.background, 0)
-                position: 0
-            }
-            GradientStop {
-                color: Tokens.faded(Tokens.background, 0.75)
-                position: 1
-            }
-        }
     }
 }

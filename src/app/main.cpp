@@ -217,10 +217,12 @@ int run(const shell::CommandLine &line, const QByteArray &token)
     forgetWhenSignedOut(pictures, state);
 
     markdown::NetworkImageLoaderKey::setLoader(engine, &pictures);
-    if (!isTheOne(*instance, line, token))
-        return EXIT_SUCCESS;
 
     MainWindow window(engine, state);
+    if (!line.isService)
+        window.prepare(); // while the bus says who has the name
+    if (!isTheOne(*instance, line, token))
+        return EXIT_SUCCESS;
     Presence presence(engine, state, window);
     shell::DeepLinks links(state);
     links.open(line.links);

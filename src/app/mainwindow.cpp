@@ -40,9 +40,12 @@ MainWindow::~MainWindow() = default;
 
 bool MainWindow::load()
 {
+    prepare();
+    // The desktop needs a while to show a window. It does that while the content is read in: the
+    // first frame is drawn when both are there.
+    m_placement->restore();
     // Ahead of the content, so that the cached conversation is in the first frame.
     m_state.startBootstrap();
-    open();
     lookUpFonts();
     if (!fill()) {
         m_placement.reset();
@@ -54,16 +57,16 @@ bool MainWindow::load()
     return true;
 }
 
-// The desktop needs a while to show a window. It does that while the content is read in: the first
-// frame is drawn when both are there.
-void MainWindow::open()
+void MainWindow::prepare()
 {
+    if (m_window != nullptr)
+        return;
     m_window = std::make_unique<QQuickWindow>();
     m_window->setTitle(tr("velto"));
     m_window->resize(usualSize);
     m_placement = std::make_unique<shell::WindowPlacement>(*m_window);
     follow();
-    m_placement->restore();
+    m_window->create();
 }
 
 void MainWindow::follow()

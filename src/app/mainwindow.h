@@ -38,6 +38,8 @@ public:
     MainWindow(QQmlEngine &engine, chat::AppState &state);
     ~MainWindow() override;
 
+    /// Makes the window, which nobody sees yet, if that is not done.
+    void prepare();
     /// Starts the session and shows the window. False when it could not be read in.
     bool load();
     /// Shows the window in front of the others.
@@ -49,7 +51,6 @@ signals:
     void appeared();
 
 private:
-    void open();
     void follow();
     [[nodiscard]] bool fill();
     void awaitFirstFrame();

@@ -87,7 +87,8 @@ Item {
         anchors.right: parent.right
         height: follower.opened ? parent.height : 0
         boundsBehavior: Flickable.StopAtBounds
-        cacheBuffer: 200
+        // Rows that nobody sees wait for those that somebody does.
+        cacheBuffer: follower.drawn ? 200 : 0
         clip: true
         currentIndex: -1
         keyNavigationEnabled: false

@@ -294,7 +294,10 @@ int start(int argc, char **argv)
                           .arg(line.unknown, shell::usage()));
         return wrongUsage;
     }
-    return run(line, token);
+    const int result = run(line, token);
+    // Who reads fonts ahead must not find the application gone.
+    QThreadPool::globalInstance()->waitForDone();
+    return result;
 }
 
 } // namespace

@@ -10,7 +10,6 @@
 #include <memory>
 
 class QQmlEngine;
-class QQuickItem;
 
 namespace velto::chat
 {

@@ -7,8 +7,9 @@
 
 #include <cstdio>
 
-/// Writes two conversations of different size to the file argv[1], in turn and for ever, and says
-/// how many nanoseconds a round took once both have stood.
+/// Writes two conversations of different length to the file argv[1], in turn and for ever, and says
+/// how many nanoseconds a round took once both have stood. Either takes long enough to write that
+/// the file holds each of them for a good part of a round.
 int main(int argc, char **argv)
 {
     using namespace velto::chat;
@@ -21,16 +22,16 @@ int main(int argc, char **argv)
             list.append(newMessage(ChatMessage::Role::User, {textPart(QString(2000, fill))}));
         return list;
     };
-    const QList<ChatMessage> small = conversation(1, u'a');
-    const QList<ChatMessage> large = conversation(200, u'b');
+    const QList<ChatMessage> shorter = conversation(100, u'a');
+    const QList<ChatMessage> longer = conversation(200, u'b');
     QElapsedTimer round;
     round.start();
-    conversationcache::save(large, QStringLiteral("large"), file);
-    conversationcache::save(small, QStringLiteral("small"), file);
+    conversationcache::save(longer, QStringLiteral("longer"), file);
+    conversationcache::save(shorter, QStringLiteral("shorter"), file);
     std::printf("%lld\n", static_cast<long long>(round.nsecsElapsed()));
     std::fflush(stdout);
     while (true) {
-        conversationcache::save(large, QStringLiteral("large"), file);
-        conversationcache::save(small, QStringLiteral("small"), file);
+        conversationcache::save(longer, QStringLiteral("longer"), file);
+        conversationcache::save(shorter, QStringLiteral("shorter"), file);
     }
 }

@@ -6,9 +6,9 @@
 # linter sees, which reads every file plainly.
 option(VELTO_PRECOMPILE "Precompile the headers of Qt and of other libraries" ON)
 
-# velto_add_precompiled(<set> <STATIC|EXECUTABLE> LINK target... HEADERS header...)
+# velto_add_precompiled(<set> <STATIC|EXECUTABLE> [OPTIMISE goal] LINK target... HEADERS header...)
 function(velto_add_precompiled set type)
-    cmake_parse_arguments(SET "" "" "LINK;HEADERS" ${ARGN})
+    cmake_parse_arguments(SET "" "OPTIMISE" "LINK;HEADERS" ${ARGN})
     set(target velto_precompiled_${set})
     if(NOT VELTO_PRECOMPILE OR TARGET ${target})
         return()
@@ -20,6 +20,9 @@ function(velto_add_precompiled set type)
         add_library(${target} ${type} EXCLUDE_FROM_ALL ${source})
     endif()
     velto_own_code(${target})
+    if(SET_OPTIMISE)
+        velto_optimise(${target} ${SET_OPTIMISE})
+    endif()
     set_target_properties(${target} PROPERTIES AUTOMOC OFF)
     target_link_libraries(${target} PRIVATE ${SET_LINK})
     target_precompile_headers(${target} PRIVATE ${SET_HEADERS})
@@ -38,11 +41,14 @@ set(VELTO_COMMON_HEADERS
     <qcorotask.h> <tl/expected.hpp>
     <algorithm> <array> <chrono> <functional> <memory> <optional> <stop_token> <string> <utility>
     <variant> <vector>)
-velto_add_precompiled(core STATIC
+velto_add_precompiled(core STATIC OPTIMISE SIZE
+    LINK Qt6::Core QCoro6::Core tl::expected
+    HEADERS ${VELTO_COMMON_HEADERS})
+velto_add_precompiled(hot STATIC OPTIMISE SPEED
     LINK Qt6::Core QCoro6::Core tl::expected
     HEADERS ${VELTO_COMMON_HEADERS})
 if(TARGET Qt6::Quick)
-    velto_add_precompiled(quick STATIC
+    velto_add_precompiled(quick STATIC OPTIMISE SIZE
         LINK Qt6::Quick QCoro6::Core tl::expected
         HEADERS ${VELTO_COMMON_HEADERS} <QQuickItem> <QtQml/qqmlprivate.h> <QtQml/qqmlregistration.h>)
 endif()

@@ -6,7 +6,8 @@
 #     [USES room...]           rooms that this one may include, as the architecture test knows them
 #     [LINK target...]         libraries whose types appear in the room's headers
 #     [LINK_PRIVATE target...] libraries that only the room's sources use
-#     [QML_URI uri] [QML_FILES file...] [QML_DEPENDENCIES uri...] [RESOURCES file...])
+#     [QML_URI uri] [QML_FILES file...] [QML_DEPENDENCIES uri...] [RESOURCES file...]
+#     [HOT])                   works on every byte of an answer: fast rather than small
 #
 # One folder is one target (velto_<name>, alias velto::<name>) and one namespace (velto::<name>).
 # A room with a QML_URI is also a static QML module; programs link velto::<name>_plugin as well and
@@ -14,17 +15,23 @@
 set(VELTO_QML_DIR ${CMAKE_CURRENT_BINARY_DIR}/qml)
 
 function(velto_add_room name)
-    cmake_parse_arguments(ROOM "" "QML_URI"
+    cmake_parse_arguments(ROOM "HOT" "QML_URI"
         "SOURCES;USES;LINK;LINK_PRIVATE;QML_FILES;QML_DEPENDENCIES;RESOURCES" ${ARGN})
     set(target velto_${name})
     if(ROOM_SOURCES OR ROOM_QML_URI)
         set(scope PUBLIC)
         add_library(${target} STATIC ${ROOM_SOURCES})
         velto_own_code(${target})
-        if(ROOM_QML_URI)
-            velto_use_precompiled(${target} quick)
+        if(ROOM_HOT)
+            velto_optimise(${target} SPEED)
+            velto_use_precompiled(${target} hot)
         else()
-            velto_use_precompiled(${target} core)
+            velto_optimise(${target} SIZE)
+            if(ROOM_QML_URI)
+                velto_use_precompiled(${target} quick)
+            else()
+                velto_use_precompiled(${target} core)
+            endif()
         endif()
     else()
         set(scope INTERFACE)
@@ -56,6 +63,23 @@ function(velto_add_room name)
         target_link_libraries(${target}plugin PUBLIC ${target})
         add_library(velto::${name}_plugin ALIAS ${target}plugin)
     endif()
+endfunction()
+
+# velto_optimise(<target> <SIZE|SPEED>), in release builds. Most code of a client runs once in a
+# while, and what it costs then is the memory that it is read into: for size, the program is half as
+# large.
+function(velto_optimise target goal)
+    if(goal STREQUAL SPEED)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O2>)
+    else()
+        # With -Os, GCC 12 misses that the state of a std::stop_token is initialised.
+        target_compile_options(${target} PRIVATE
+            $<$<CONFIG:Release>:-Os> $<$<CONFIG:Release>:-Wno-maybe-uninitialized>)
+    endif()
+    # So that the linker can leave out what nobody calls.
+    target_compile_options(${target} PRIVATE
+        $<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
+    target_link_options(${target} PRIVATE $<$<CONFIG:Release>:LINKER:--gc-sections>)
 endfunction()
 
 # What holds for every target whose code is ours, programs and tests included.

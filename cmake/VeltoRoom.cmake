@@ -86,7 +86,8 @@ endfunction()
 function(velto_own_code target)
     set_target_properties(${target} PROPERTIES AUTOMOC ON)
     target_compile_features(${target} PUBLIC cxx_std_20)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
+    target_compile_options(${target} PRIVATE -Wall -Wextra
+        $<$<BOOL:${VELTO_WARNINGS_AS_ERRORS}>:-Werror>)
     # What some of our libraries ask of whoever uses them, for all: a precompiled header is only of
     # use to those who agree on it.
     target_compile_options(${target} PRIVATE -pthread)

@@ -4,12 +4,11 @@
 #include "markdown/model/incrementalmarkdown.h"
 
 #include "plainparse.h"
+#include "support/cputime.h"
 
 #include <QThread>
 
 #include <gtest/gtest.h>
-
-#include <ctime>
 
 using namespace velto::markdown;
 using velto::test::dump;
@@ -63,13 +62,6 @@ QList<Hostile> hostileTexts()
         {"manyItems", times(60000, u"- a\n"_qs)},
         {"manyDefinitions", times(8000, u"[a]: b\n"_qs)},
     };
-}
-
-double processSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 int depthOf(const QList<InlineNode> &nodes);
@@ -133,9 +125,9 @@ TEST(MarkdownBounds, everyHostileTextIsReadWithoutMuchStack)
 TEST(MarkdownBounds, everyHostileTextIsReadInTime)
 {
     for (const Hostile &hostile : hostileTexts()) {
-        const double start = processSeconds();
+        const double start = velto::test::processSeconds();
         const MarkdownContent content(hostile.text);
-        EXPECT_LT(processSeconds() - start, 5) << hostile.name;
+        EXPECT_LT(velto::test::processSeconds() - start, 5) << hostile.name;
     }
 }
 

@@ -4,8 +4,8 @@
 #include "presentation/media/mediasegments.h"
 #include "presentation/media/mediaurl.h"
 #include "service/apibaseurl.h"
+#include "support/cputime.h"
 
-#include <QElapsedTimer>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -268,15 +268,14 @@ TEST(MediaSegments, costsNoMoreForHostileTexts)
 {
     const auto secondsFor = [](const QString &piece, qsizetype size) {
         const QString whole = piece.repeated(size / piece.size());
-        QElapsedTimer timer;
-        timer.start();
+        const double start = velto::test::processSeconds();
         (void)mediaSegments(whole, service);
-        return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+        return velto::test::processSeconds() - start;
     };
     for (const char *piece :
          {"[", "![", "[]", "[](media:", "[a](media:x", "[a](media:../x.mp4)", "[a](media:a.mp4)",
           "[a](media:a.mp4) x ", "](media:", ")", "[a](media:.mp4)", "plain text "})
-        EXPECT_LT(secondsFor(text(piece), 1'000'000), 2.0) << piece;
+        EXPECT_LT(secondsFor(text(piece), 1'000'000), 5.0) << piece;
 }
 
 RC_GTEST_PROP(MediaSegmentsProperty, isWhatTheExpressionFinds, ())

@@ -105,7 +105,7 @@ TEST_F(TransportTest, ATrickleOfHeaderLinesDoesNotTimeOut)
 // Sips for longer than the limit, then takes all that is left.
 TEST_F(TransportTest, AnUploadThatMovesDoesNotTimeOut)
 {
-    const QByteArray body(24 * 1024 * 1024, 'x');
+    const QByteArray body(48 * 1024 * 1024, 'x');
     constexpr int mouthful = 512 * 1024;
     QTcpServer slow;
     ASSERT_TRUE(slow.listen(QHostAddress::LocalHost));
@@ -134,7 +134,7 @@ TEST_F(TransportTest, AnUploadThatMovesDoesNotTimeOut)
     const QUrl url(QStringLiteral("http://127.0.0.1:%1/").arg(slow.serverPort()));
     EXPECT_TRUE(send(impatient(requestTo(url, "PUT", body))));
     EXPECT_TRUE(limit.hasExpired()) << "the upload took no longer than the limit";
-    EXPECT_LT(takenAtLimit, body.size() - 8 * mouthful) << "nothing was left to send at the limit";
+    EXPECT_LT(takenAtLimit, body.size() / 2) << "buffers may have held all the rest at the limit";
 }
 
 TEST_F(TransportTest, EachRedirectBeginsANewSilence)

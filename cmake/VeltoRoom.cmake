@@ -66,17 +66,18 @@ function(velto_add_room name)
 endfunction()
 
 # velto_optimise(<target> <SIZE|SPEED>), in release builds. Most code of a client runs once in a
-# while, and what it costs then is the memory that it is read into: for size, the program is half as
-# large.
+# while, and what it costs then is the memory that it is read into: for size, the program is two
+# fifths smaller.
 function(velto_optimise target goal)
     if(goal STREQUAL SPEED)
         target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O2>)
     else()
-        # With -Os, GCC 12 misses that the state of a std::stop_token is initialised.
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-Os>)
+        # With that, GCC 12 misses that the state of a std::stop_token is initialised.
         target_compile_options(${target} PRIVATE
-            $<$<CONFIG:Release>:-Os> $<$<CONFIG:Release>:-Wno-maybe-uninitialized>)
+            $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
     endif()
-    # So that the linker can leave out what nobody calls.
+    # So that the linker can leave out of a program what nobody calls.
     target_compile_options(${target} PRIVATE
         $<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
     target_link_options(${target} PRIVATE $<$<CONFIG:Release>:LINKER:--gc-sections>)
